@@ -1,0 +1,26 @@
+// vexa — umbrella header: every public header of the library.
+#ifndef VEXA_VEXA_HPP
+#define VEXA_VEXA_HPP
+
+#include "vexa/export.hpp"
+
+#include "vexa/exceptions/exception.hpp"
+#include "vexa/exceptions/logic_error.hpp"
+#include "vexa/exceptions/runtime_error.hpp"
+
+#include "vexa/functor/function_type_interface.hpp"
+#include "vexa/functor/member_function.hpp"
+#include "vexa/generic/abilities/clone_ability.hpp"
+#include "vexa/generic/abilities/create_ability.hpp"
+#include "vexa/generic/abilities/reference_count_pointer_ability.hpp"
+#include "vexa/generic/clone_interface.hpp"
+#include "vexa/memory/pointers/rc_pointer.hpp"
+#include "vexa/memory/pointers/shared_pointer.hpp"
+#include "vexa/traits/function_traits.hpp"
+
+#include "vexa/strings/ustring.hpp"
+
+#include "vexa/types/nil.hpp"
+#include "vexa/types/radix.hpp"
+
+#endif  // VEXA_VEXA_HPP
