@@ -197,16 +197,18 @@ std::string encode8(std::uint32_t c) {
   return s;
 }
 
-// Text built from runs that cross the block sizes of the fast paths, with
-// occasional malformed units.
+// Text built from runs, of one character or mixed, that cross the block
+// sizes of the fast paths, with occasional malformed units.
 template <typename Unit>
 std::basic_string<Unit> random_text(std::mt19937& rng, bool garbage) {
   static std::uint32_t const palette[] = {'a', ' ', 0x7F, 0xE9, 0x416, 0x7FF, 0x800, 0x4E2D, 0xFFFF, 0x1F600, 0x10FFFF};
   std::basic_string<Unit> s;
   int const runs = int(rng() % 6);
   for (int r = 0; r < runs; ++r) {
-    std::uint32_t const c = palette[rng() % 11];
+    bool const mixed = rng() % 2 == 0;
+    std::uint32_t c = palette[rng() % 11];
     for (unsigned i = rng() % 40; i > 0; --i) {
+      if (mixed) c = palette[rng() % 11];
       if (sizeof(Unit) == 1) for (char b : encode8(c)) s += Unit(b);
       else if (sizeof(Unit) == 2 && c > 0xFFFF) { s += Unit(0xD7C0 + (c >> 10)); s += Unit(0xDC00 | (c & 0x3FF)); }
       else s += Unit(c);
