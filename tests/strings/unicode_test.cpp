@@ -290,7 +290,7 @@ TEST(Unicode, TruncatedAndRandomInputStayInBounds) {
     std::vector<char> const b8(s.begin(), s.end());
     std::vector<unsigned short> b16;
     std::vector<wchar_t> b32;
-    for (std::size_t i = 0; i + 1 < s.size(); i += 2) b16.push_back(std::uint16_t(s[i] << 8 | (s[i + 1] & 0xFF)));
+    for (std::size_t i = 0; i + 1 < s.size(); i += 2) b16.push_back(std::uint16_t((s[i] & 0xFF) << 8 | (s[i + 1] & 0xFF)));
     for (std::size_t i = 0; i + 3 < s.size(); i += 4) b32.push_back(wchar_t(std::uint32_t(b16[i / 2]) << 16 | b16[i / 2 + 1]));
     for (unsigned long pos = 0; pos <= s.size() + 1; ++pos) {
       unsigned long used = 0;
