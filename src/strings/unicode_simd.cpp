@@ -9,7 +9,9 @@
 // compile time.
 #include "strings/unicode_simd.hpp"
 
-#if defined(__x86_64__) || defined(__i386__)
+// Building with VEXA_NO_BLOCK_KERNELS defined leaves them out, which is how
+// the unit-by-unit paths are exercised on their own.
+#if (defined(__x86_64__) || defined(__i386__)) && !defined(VEXA_NO_BLOCK_KERNELS)
 #include <tmmintrin.h>
 #define VEXA_HAVE_BLOCK_KERNELS 1
 #endif
