@@ -3,10 +3,15 @@
 // Decoding looks at 16 bytes at once: it classifies every byte, checks that
 // the continuation bytes sit exactly where the lead bytes say, computes a
 // unit at every position as if a sequence started there and keeps only the
-// units of the real starts with one byte shuffle per 8 units. Encoding widens
-// 4 units into 32-bit lanes, writes each lane's one to three UTF-8 bytes and
-// closes the gaps with one shuffle. The shuffles come from tables built at
-// compile time.
+// units of the real starts, with one byte shuffle per 8 units.
+//
+// Encoding takes 8 units at once and picks the cheapest form for them: ASCII
+// is packed; units below 0x800 (alphabetic scripts with their spaces) become
+// one or two bytes each and one shuffle closes the gaps; units from 0x800 up
+// (ideographs, syllables) become three bytes each through fixed shuffles;
+// four surrogate pairs become four four-byte sequences; any other mix is
+// done 4 units at a time in 32-bit lanes with one shuffle each. The variable
+// shuffles come from tables built at compile time.
 #include "strings/unicode_simd.hpp"
 
 // Building with VEXA_NO_BLOCK_KERNELS defined leaves them out, which is how
