@@ -19,6 +19,8 @@
 #include "vexa/traits/function_traits.hpp"
 
 #include "vexa/strings/ustring.hpp"
+#include "vexa/strings/unicode.hpp"
+#include "vexa/strings/string_algorithms.hpp"
 
 #include "vexa/types/nil.hpp"
 #include "vexa/types/radix.hpp"
