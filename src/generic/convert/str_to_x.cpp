@@ -6,6 +6,7 @@
 
 #include "vexa/exceptions/logic_error.hpp"
 #include "vexa/exceptions/runtime_error.hpp"
+#include "vexa/strings/unicode.hpp"
 
 #define VEXA_INLINE inline __attribute__((always_inline))
 #define VEXA_COLD __attribute__((cold, noinline))
@@ -16,14 +17,6 @@ namespace convert {
 namespace {
 
 char const raise_file[] = "generic/convert/str_to_x";
-
-// Until the string helpers land: units before the terminating 0.
-template <typename Ch>
-unsigned long text_length(Ch const* text) {
-  unsigned long n = 0;
-  while (text[n] != 0) ++n;
-  return n;
-}
 
 // The raisers are kept out of line so that the digit loops stay small; each
 // call site passes its own __LINE__, which is the line the exception records.
@@ -206,7 +199,7 @@ bool is_space(wchar_t c) { return space_unit(c); }
 template <typename T, typename Ch>
 T strtointx(Ch const* text, unsigned long length, unsigned int radix, bool throw_on_error) {
   if (text == nullptr) return 0;
-  if (length == 0) length = text_length(text);
+  if (length == 0) length = strings::string_length(text);
   lead_in const at = read_lead_in(text, length, radix, "strtointx");
   if (at.done) return 0;
   switch (at.radix) {

@@ -2,6 +2,8 @@
 
 #include <sstream>
 
+#include "vexa/strings/unicode.hpp"
+
 namespace VEXA_2_10 {
 namespace generic {
 namespace convert {
@@ -19,6 +21,10 @@ strings::ustring8 to_utf8(char const* text) {
 }
 
 strings::ustring8 to_utf8(strings::ustring8 const& text) { return text; }
+
+strings::ustring8 to_utf8(strings::ustring16 const& text) { return strings::utf16_to_utf8(text); }
+
+strings::ustring8 to_utf8(strings::ustring32 const& text) { return strings::utf32_to_utf8(text); }
 
 }  // namespace convert
 }  // namespace generic
