@@ -24,6 +24,7 @@
 
 #include "vexa/strings/ustring.hpp"
 #include "vexa/strings/unicode.hpp"
+#include "vexa/strings/string_algorithms.hpp"
 
 #include "vexa/types/nil.hpp"
 #include "vexa/types/radix.hpp"
