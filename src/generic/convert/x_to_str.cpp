@@ -29,26 +29,13 @@ struct pair_tables {
 };
 constexpr pair_tables pairs{};
 
-constexpr std::uint64_t power_of_ten[20] = {1ul,
-                                            10ul,
-                                            100ul,
-                                            1000ul,
-                                            10000ul,
-                                            100000ul,
-                                            1000000ul,
-                                            10000000ul,
-                                            100000000ul,
-                                            1000000000ul,
-                                            10000000000ul,
-                                            100000000000ul,
-                                            1000000000000ul,
-                                            10000000000000ul,
-                                            100000000000000ul,
-                                            1000000000000000ul,
-                                            10000000000000000ul,
-                                            100000000000000000ul,
-                                            1000000000000000000ul,
-                                            10000000000000000000ul};
+// clang-format off
+constexpr std::uint64_t power_of_ten[20] = {
+    1ul, 10ul, 100ul, 1000ul, 10000ul, 100000ul, 1000000ul, 10000000ul, 100000000ul,
+    1000000000ul, 10000000000ul, 100000000000ul, 1000000000000ul, 10000000000000ul,
+    100000000000000ul, 1000000000000000ul, 10000000000000000ul, 100000000000000000ul,
+    1000000000000000000ul, 10000000000000000000ul};
+// clang-format on
 
 // The number of digits of `v` in `radix` (2 and up); 0 has one digit. Known
 // radices are counted from the bit width: 1233/4096 is just below log10(2),

@@ -215,8 +215,7 @@ TYPED_TEST(StrToX, AgreesWithTheCLibrary) {
   }
 }
 
-// Any units, any length (0 included), any radix: a value or the described
-// exception, never a crash or a read past the text (ASan build).
+// Any units, length (0 too) and radix: a value or the described exception.
 TYPED_TEST(StrToX, ArbitraryInputNeverMisbehaves) {
   using Ch = TypeParam;
   std::mt19937_64 rng(7u);
@@ -243,8 +242,7 @@ TYPED_TEST(StrToX, ArbitraryInputNeverMisbehaves) {
   }
 }
 
-// isradixdigit's classes and values against what the parser makes of each
-// unit alone; wide units are never taken for their low byte.
+// isradixdigit against the parser on each unit alone (wide ones by value).
 TYPED_TEST(StrToX, DigitClassificationMatchesTheParser) {
   long const offset[] = {0, 48, 55, 87};  // by radix_digit_type
   for (long u = 0; u < 0x10000; u = u < 255 ? u + 1 : u == 255 ? 0x130 : u + 0x1000) {
@@ -260,8 +258,7 @@ TYPED_TEST(StrToX, DigitClassificationMatchesTheParser) {
   EXPECT_EQ(convert::isradixdigit('[', 40), convert::upper_radix_digit);  // bounds beyond 36
 }
 
-// In the C locale the tests run in, white space is 9-13 and 32; `char` is
-// sign-extended, so its bytes from 0x80 are negative and never white space.
+// C locale: white space is 9-13 and 32; `char` bytes from 0x80 are negative.
 TEST(StrToXClassify, IsSpace) {
   for (long u = -300; u < 70000; u += u < 300 ? 1 : 0x1000) {
     bool const space = (u >= 9 && u <= 13) || u == 32;

@@ -14,8 +14,7 @@ namespace convert = vexa::generic::convert;
 
 namespace {
 
-constexpr int units = 66;  // what the unbounded writers may need
-constexpr int canary = 6;  // guard units after them
+constexpr int units = 66, canary = 6;  // what the unbounded writers may need, guard units
 constexpr long marker = 0x5A;
 
 // A writer's output area: 66 units and canaries, all set to a marker first.
