@@ -331,22 +331,27 @@ __attribute__((noinline)) T parse_unsigned_walk(Ch const* text, unsigned long le
   return r.magnitude;
 }
 
-// Most texts are a decimal number with at most a sign in front. They go
-// straight to the decimal digits; everything else takes the whole walk. For
-// such texts both give the same result: there is no white space to skip,
-// and radix 0 with a leading 1-9 reads decimal. Returns false when the text
-// is not of this kind.
+// Most texts are a number in radix 10 or 16 with at most a sign in front.
+// They go straight to the digits; everything else takes the whole walk. For
+// such texts both give the same result: there is no white space to skip, no
+// prefix is read with an explicit radix, and radix 0 with a leading 1-9 reads
+// decimal. Returns false when the text is not of this kind.
 template <typename T, typename Ch>
-VEXA_INLINE bool plain_decimal(Ch const* text, unsigned long length, unsigned int radix,
-                               reading<std::make_unsigned_t<T>>& r) {
+VEXA_INLINE bool plain_number(Ch const* text, unsigned long length, unsigned int radix,
+                              reading<std::make_unsigned_t<T>>& r) {
   long const c = _private::unit_value(text[0]);
   r.negative = c == '-';
   unsigned long const pos = (r.negative || c == '+') ? 1 : 0;
   if (pos >= length) return false;
-  unsigned long const d = static_cast<unsigned long>(_private::unit_value(text[pos])) - '0';
-  if (d >= 10 || !(radix == 10 || (radix == 0 && d != 0))) return false;
-  digit_run<std::make_unsigned_t<T>> const run =
-      read_digits<T, 10>(text, pos, length, 10, r.negative);
+  digit_run<std::make_unsigned_t<T>> run;
+  if (radix == 16) {
+    if (digit_of<16>(text[pos]) >= 16) return false;
+    run = read_digits<T, 16>(text, pos, length, 16, r.negative);
+  } else {
+    unsigned long const d = static_cast<unsigned long>(_private::unit_value(text[pos])) - '0';
+    if (d >= 10 || !(radix == 10 || (radix == 0 && d != 0))) return false;
+    run = read_digits<T, 10>(text, pos, length, 10, r.negative);
+  }
   r.magnitude = run.value;
   r.overflow = run.overflow;
   return true;
@@ -365,7 +370,7 @@ __attribute__((noinline)) T parse_signed(Ch const* text, unsigned long length,
     if (length == 0) length = 1;
   }
   reading<U> r;
-  if (!plain_decimal<T>(text, length, radix, r)) {
+  if (!plain_number<T>(text, length, radix, r)) {
     return parse_signed_walk<T>(text, length, radix, throw_on_error);
   }
   if (r.overflow) return signed_out_of_range<T>(r.negative, throw_on_error);
@@ -380,7 +385,7 @@ __attribute__((noinline)) T parse_unsigned(Ch const* text, unsigned long length,
   // test after it stops the parse, exactly as with a length of 1.
   if (length == 0) length = 1;
   reading<T> r;
-  if (!plain_decimal<T>(text, length, radix, r)) {
+  if (!plain_number<T>(text, length, radix, r)) {
     return parse_unsigned_walk<T>(text, length, radix, throw_on_error);
   }
   if (r.overflow) return unsigned_out_of_range<T>(r.negative, throw_on_error);

@@ -128,7 +128,7 @@ VEXA_INLINE void put_digits(U v, unsigned int radix, Ch* out, unsigned int count
       }
       return;
     case 16:
-      if constexpr (sizeof(Ch) == 1) {
+      if constexpr (sizeof(Ch) == 1 && sizeof(U) == 8) {  // a word at a time pays off for 64 bits
         if (count > 8) {
           put_last(hex_digits(static_cast<std::uint32_t>(static_cast<std::uint64_t>(v) >> 32)),
                    count - 8, out);

@@ -35,12 +35,17 @@
 // The exceptions record the raise site: file "generic/convert/str_to_x",
 // function "strtointx" or "strtouintx" and the source line.
 //
-// The length is counted in units. The signed parsers take a length of 0 as
-// "up to the terminating 0". The unsigned parsers do not: with length 0 they
-// look at the first unit only (so "123" with length 0 is 1); callers pass the
-// real length. A text given with length 0 must be 0-terminated, and the first
-// unit is always examined, so an empty text with an invalid radix raises the
-// radix error. A null text gives 0.
+// The length is counted in units, and no unit at or past it is read. The
+// signed parsers take a length of 0 as "up to the terminating 0". The
+// unsigned parsers do not: with length 0 they look at the first unit only
+// (so "123" with length 0 is 1); callers pass the real length. A text given
+// with length 0 must be 0-terminated. The first unit is always examined, so
+// an empty text with an invalid radix raises the radix error, while white
+// space alone does not. A null text gives 0.
+//
+// The parsers take plain decimal and hexadecimal texts (an optional sign,
+// then digits) by a shorter way, reading 8-bit decimal digits up to eight at
+// a time; the results are the same as by the general walk above.
 #ifndef VEXA_GENERIC_CONVERT_STR_TO_X_HPP
 #define VEXA_GENERIC_CONVERT_STR_TO_X_HPP
 
@@ -68,10 +73,10 @@ VEXA_API bool is_space(wchar_t c);
 
 // How one unit stands against a radix.
 enum radix_digit_type : unsigned int {
-  not_radix_digit = 0,    // no digit of the radix
+  not_radix_digit = 0,      // no digit of the radix
   decimal_radix_digit = 1,  // '0'..'9', value c - 48
-  upper_radix_digit = 2,  // 'A'.., value c - 55
-  lower_radix_digit = 3   // 'a'.., value c - 87
+  upper_radix_digit = 2,    // 'A'.., value c - 55
+  lower_radix_digit = 3     // 'a'.., value c - 87
 };
 
 // isradixdigit
