@@ -13,7 +13,9 @@
 #include "vexa/generic/abilities/clone_ability.hpp"
 #include "vexa/generic/abilities/create_ability.hpp"
 #include "vexa/generic/abilities/reference_count_pointer_ability.hpp"
+#include "vexa/generic/argument.hpp"
 #include "vexa/generic/clone_interface.hpp"
+#include "vexa/generic/varg_list.hpp"
 #include "vexa/memory/pointers/rc_pointer.hpp"
 #include "vexa/memory/pointers/shared_pointer.hpp"
 #include "vexa/traits/function_traits.hpp"
@@ -22,5 +24,7 @@
 
 #include "vexa/types/nil.hpp"
 #include "vexa/types/radix.hpp"
+#include "vexa/types/stream.hpp"
+#include "vexa/types/variant.hpp"
 
 #endif  // VEXA_VEXA_HPP
