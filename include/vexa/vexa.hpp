@@ -21,6 +21,7 @@
 #include "vexa/traits/function_traits.hpp"
 
 #include "vexa/strings/ustring.hpp"
+#include "vexa/strings/unicode.hpp"
 
 #include "vexa/types/nil.hpp"
 #include "vexa/types/radix.hpp"
