@@ -15,6 +15,10 @@
 #include "vexa/generic/abilities/reference_count_pointer_ability.hpp"
 #include "vexa/generic/argument.hpp"
 #include "vexa/generic/clone_interface.hpp"
+#include "vexa/generic/convert/bin_str.hpp"
+#include "vexa/generic/convert/str_to_x.hpp"
+#include "vexa/generic/convert/to_utf8.hpp"
+#include "vexa/generic/convert/x_to_str.hpp"
 #include "vexa/generic/varg_list.hpp"
 #include "vexa/memory/pointers/rc_pointer.hpp"
 #include "vexa/memory/pointers/shared_pointer.hpp"
@@ -22,6 +26,7 @@
 
 #include "vexa/strings/ustring.hpp"
 #include "vexa/strings/unicode.hpp"
+#include "vexa/strings/string_algorithms.hpp"
 
 #include "vexa/types/nil.hpp"
 #include "vexa/types/radix.hpp"

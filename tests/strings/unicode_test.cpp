@@ -197,16 +197,18 @@ std::string encode8(std::uint32_t c) {
   return s;
 }
 
-// Text built from runs that cross the block sizes of the fast paths, with
-// occasional malformed units.
+// Text built from runs, of one character or mixed, that cross the block
+// sizes of the fast paths, with occasional malformed units.
 template <typename Unit>
 std::basic_string<Unit> random_text(std::mt19937& rng, bool garbage) {
   static std::uint32_t const palette[] = {'a', ' ', 0x7F, 0xE9, 0x416, 0x7FF, 0x800, 0x4E2D, 0xFFFF, 0x1F600, 0x10FFFF};
   std::basic_string<Unit> s;
   int const runs = int(rng() % 6);
   for (int r = 0; r < runs; ++r) {
-    std::uint32_t const c = palette[rng() % 11];
+    bool const mixed = rng() % 2 == 0;
+    std::uint32_t c = palette[rng() % 11];
     for (unsigned i = rng() % 40; i > 0; --i) {
+      if (mixed) c = palette[rng() % 11];
       if (sizeof(Unit) == 1) for (char b : encode8(c)) s += Unit(b);
       else if (sizeof(Unit) == 2 && c > 0xFFFF) { s += Unit(0xD7C0 + (c >> 10)); s += Unit(0xDC00 | (c & 0x3FF)); }
       else s += Unit(c);
@@ -288,7 +290,7 @@ TEST(Unicode, TruncatedAndRandomInputStayInBounds) {
     std::vector<char> const b8(s.begin(), s.end());
     std::vector<unsigned short> b16;
     std::vector<wchar_t> b32;
-    for (std::size_t i = 0; i + 1 < s.size(); i += 2) b16.push_back(std::uint16_t(s[i] << 8 | (s[i + 1] & 0xFF)));
+    for (std::size_t i = 0; i + 1 < s.size(); i += 2) b16.push_back(std::uint16_t((s[i] & 0xFF) << 8 | (s[i + 1] & 0xFF)));
     for (std::size_t i = 0; i + 3 < s.size(); i += 4) b32.push_back(wchar_t(std::uint32_t(b16[i / 2]) << 16 | b16[i / 2 + 1]));
     for (unsigned long pos = 0; pos <= s.size() + 1; ++pos) {
       unsigned long used = 0;
