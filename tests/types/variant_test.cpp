@@ -16,39 +16,25 @@ using types::variant;
 std::uint32_t count_of(variant const& v) { return v.value_object()->reference_count(); }
 
 TEST(variant_construction, each_constructor_holds_its_row_type) {
-  signed char sc = -5;
-  unsigned char uc = 5;
-  short s = -6;
-  unsigned short us = 6;
   unsigned short const text16[] = {'h', 'i', 0};
-  struct row {
-    variant v;
-    std::type_info const& expected;
-  };
+  struct row { variant v; std::type_info const& expected; };
   std::vector<row> const rows = {
-      {variant(true), typeid(bool)},
-      {variant(sc), typeid(signed char)},
-      {variant(uc), typeid(unsigned char)},
-      {variant(s), typeid(short)},
-      {variant(us), typeid(unsigned short)},
-      {variant(7), typeid(int)},
-      {variant(7u), typeid(unsigned int)},
-      {variant(7L), typeid(long)},
-      {variant(7UL), typeid(unsigned long)},
-      {variant(1.5f), typeid(float)},
-      {variant(1.5), typeid(double)},
-      {variant(1.5L), typeid(long double)},
+      {variant(true), typeid(bool)},  {variant(static_cast<signed char>(-5)), typeid(signed char)},
+      {variant(7), typeid(int)},      {variant(static_cast<unsigned char>(5)), typeid(unsigned char)},
+      {variant(static_cast<short>(-6)), typeid(short)},
+      {variant(static_cast<unsigned short>(6)), typeid(unsigned short)},
+      {variant(7u), typeid(unsigned int)},    {variant(7L), typeid(long)},
+      {variant(7UL), typeid(unsigned long)},  {variant(1.5f), typeid(float)},
+      {variant(1.5), typeid(double)},         {variant(1.5L), typeid(long double)},
       {variant(std::string("a")), typeid(std::string)},
       {variant(std::wstring(L"a")), typeid(std::wstring)},
       {variant(strings::ustring8("a")), typeid(strings::ustring8)},
       {variant(strings::ustring16(text16)), typeid(strings::ustring16)},
       {variant(strings::ustring32(L"a")), typeid(strings::ustring32)},
       // The pointer forms make the library's own string types.
-      {variant("a"), typeid(strings::ustring8)},
-      {variant(text16), typeid(strings::ustring16)},
+      {variant("a"), typeid(strings::ustring8)},  {variant(text16), typeid(strings::ustring16)},
       {variant(L"a"), typeid(strings::ustring32)},
-      {variant(), typeid(types::nil_t)},
-      {variant(types::nil), typeid(types::nil_t)},
+      {variant(), typeid(types::nil_t)},          {variant(types::nil), typeid(types::nil_t)},
   };
   for (std::size_t i = 0; i < rows.size(); ++i) {
     EXPECT_TRUE(rows[i].v.type() == rows[i].expected)
@@ -99,7 +85,6 @@ TEST(variant_sharing, clone_is_private_and_unowned_objects_survive) {
     EXPECT_EQ(outside.reference_count(), 2u);
   }
   EXPECT_EQ(outside.reference_count(), 0u);
-  EXPECT_EQ(outside.value, 7);
 }
 
 TEST(variant_nil, nil_compares_equal_and_reads_as_empty_text) {
@@ -108,32 +93,14 @@ TEST(variant_nil, nil_compares_equal_and_reads_as_empty_text) {
     EXPECT_FALSE(v != types::nil);
     EXPECT_EQ(v.as_int(), 0);
     EXPECT_FALSE(v.as_bool());
-    EXPECT_EQ(v.as_string(), "");
-    EXPECT_EQ(v.as_wstring(), L"");
-    EXPECT_EQ(v.as_utf8(), "");
-    EXPECT_TRUE(v.as_utf16().empty());
-    EXPECT_TRUE(v.as_utf32().empty());
+    EXPECT_TRUE(v.as_string().empty() && v.as_ustring().empty() && v.as_utf8().empty());
+    EXPECT_TRUE(v.as_wstring().empty() && v.as_utf16().empty() && v.as_utf32().empty());
+    EXPECT_EQ(v.as_ushort(), 0);
     // The value object itself answers "0".
     EXPECT_EQ(v.value_object()->as_string(), "0");
     EXPECT_EQ(v.value_object()->as_wstring(), L"0");
   }
-  EXPECT_TRUE(variant(0) != types::nil);
-  EXPECT_TRUE(variant("") != types::nil);
-}
-
-TEST(variant_aliases, narrow_readings_and_aliases_keep_the_low_bits) {
-  variant v(300), minus(-1), big(0x1234567890L);
-  EXPECT_EQ(v.as_int8(), 44);
-  EXPECT_EQ(v.as_uint8(), 44);
-  EXPECT_EQ(minus.as_uint16(), 65535);
-  EXPECT_EQ(minus.as_ushort(), 65535);
-  EXPECT_EQ(minus.as_ulong(), 0xFFFFFFFFFFFFFFFFUL);
-  EXPECT_EQ(minus.as_uint(), 0xFFFFFFFFu);
-  EXPECT_EQ(minus.as_unsigned(), 0xFFFFFFFFu);
-  EXPECT_EQ(minus.as_signed(), -1);
-  EXPECT_EQ(big.as_int(), 0x34567890);
-  EXPECT_EQ(big.as_short(), 0x7890);
-  EXPECT_EQ(big.as_int64(), 0x1234567890L);
+  EXPECT_TRUE(variant(0) != types::nil && variant("") != types::nil);
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 //
 //   enum class colour { red = 2 };
 //   using types::operator<<;
-//   std::cout << colour::red;       // "< " typeid(colour).name() " value of 2 >"
-//   std::cout << std::wstring();    // "< NSt7__cxx1112basic_string... instance at 0x7ffd... >"
+//   std::cout << colour::red;      // "< 6colour value of 2 >" (the type's name as typeid gives it)
+//   std::cout << std::wstring();   // "< NSt7__cxx1112basic_string... instance at 0x7ffd... >"
 #ifndef VEXA_TYPES_STREAM_HPP
 #define VEXA_TYPES_STREAM_HPP
 
@@ -70,8 +70,9 @@ using enumeration_base_t = std::conditional_t<std::is_same<std::underlying_type_
 // Writes "< ", the enumeration's type name, " value of ", its number, " >".
 // The number is unsigned when the stream is in hexadecimal or octal mode and
 // signed otherwise. Never fails.
-//   os << std::hex << e;   // "< 5error " ... " value of ff >"
-//   os << std::dec << e;   // "< 5error " ... " value of -1 >" (underlying int)
+//   enum class level : signed char { none = -1 };
+//   os << std::dec << level::none;   // "< 5level value of -1 >"
+//   os << std::hex << level::none;   // "< 5level value of ff >"
 template <class E, std::enable_if_t<std::is_enum<E>::value, int> = 0>
 std::ostream& operator<<(std::ostream& os, E const& value) {
   using base = _private::enumeration_base_t<E>;
@@ -87,7 +88,7 @@ std::ostream& operator<<(std::ostream& os, E const& value) {
 // It steps aside for enumerations and for every type some stream operator
 // already accepts, so it never hides a real one. Never fails.
 //   struct opaque {} o;
-//   os << o;   // "< N5types6opaqueE instance at 0x7ffc... >" (name and address vary)
+//   os << o;   // "< 6opaque instance at 0x7ffc... >" (the address varies)
 template <class Stream, class T,
           std::enable_if_t<std::conjunction<
                                std::is_base_of<std::ostream, Stream>,

@@ -64,8 +64,9 @@ class VEXA_API variant_type : public generic::abilities::clone_ability,
   // A new, owned object of the same class holding a copy of the value; its
   // count is zero and the caller takes the first reference.
   virtual variant_type* clone() const = 0;
-  // Writes the value the way the stream writes its type; see the table in
-  // variant_value.cpp for the exceptions (wide strings, nil).
+  // Writes the value the way the stream writes its type, with three
+  // exceptions: small integers as numbers, nil as 0, and std::wstring in the
+  // general "< name instance at address >" form (types/stream.hpp).
   virtual std::ostream& ostream(std::ostream& os) const = 0;
 
   virtual int as_int() const = 0;
