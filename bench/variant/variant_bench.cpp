@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include "vexa/generic/varg_list.hpp"
 #include "vexa/types/variant.hpp"
@@ -134,6 +135,22 @@ void std_map_find_by_name(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(&map.find(wanted)->second);
 }
 BENCHMARK(std_map_find_by_name)->Arg(0)->Arg(4);
+
+// The standard library counts without atomics only while the process has
+// never had a second thread; after one has run (as in most larger programs)
+// every shared_ptr copy is an atomic update. These run last because the
+// switch cannot be undone.
+void copy_shared_ptr_after_a_thread(benchmark::State& state) {
+  std::thread([] {}).join();
+  copy_shared_ptr(state);
+}
+BENCHMARK(copy_shared_ptr_after_a_thread);
+
+void assign_shared_ptr_after_a_thread(benchmark::State& state) {
+  std::thread([] {}).join();
+  assign_shared_ptr(state);
+}
+BENCHMARK(assign_shared_ptr_after_a_thread);
 
 }  // namespace
 

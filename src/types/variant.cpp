@@ -4,16 +4,19 @@
 #include "vexa/types/variant.hpp"
 
 #include <ostream>
+#include <type_traits>
 #include <typeinfo>
+#include <utility>
 
 namespace VEXA_2_10 {
 namespace types {
 namespace {
 
 // A new value object holding `value`, owned: the last variant deletes it.
-template <class T>
-variant_type* make_owned(T const& value) {
-  variant_value_t<T>* object = new variant_value_t<T>(value);
+// Temporaries (the texts made from pointers) are moved in, not copied.
+template <class A>
+variant_type* make_owned(A&& value) {
+  auto* object = new variant_value_t<std::decay_t<A>>(std::forward<A>(value));
   object->set_owned(true);
   return object;
 }
@@ -27,35 +30,37 @@ S text_or_empty(Ch const* text) {
 
 }  // namespace
 
-variant::variant(variant_type* value) : _value(value) {}
+variant::variant(variant_type* value) : _value(value) { acquire(_value); }
 
-variant::variant() : _value(make_owned(nil_t())) {}
-variant::variant(nil_t& value) : _value(make_owned(value)) {}
-variant::variant(nil_t const& value) : _value(make_owned(value)) {}
-variant::variant(bool value) : _value(make_owned(value)) {}
-variant::variant(signed char const& value) : _value(make_owned(value)) {}
-variant::variant(unsigned char const& value) : _value(make_owned(value)) {}
-variant::variant(short const& value) : _value(make_owned(value)) {}
-variant::variant(unsigned short const& value) : _value(make_owned(value)) {}
-variant::variant(int const& value) : _value(make_owned(value)) {}
-variant::variant(unsigned int const& value) : _value(make_owned(value)) {}
-variant::variant(long const& value) : _value(make_owned(value)) {}
-variant::variant(unsigned long const& value) : _value(make_owned(value)) {}
-variant::variant(float const& value) : _value(make_owned(value)) {}
-variant::variant(double const& value) : _value(make_owned(value)) {}
-variant::variant(long double const& value) : _value(make_owned(value)) {}
-variant::variant(std::string const& value) : _value(make_owned(value)) {}
-variant::variant(std::wstring const& value) : _value(make_owned(value)) {}
-variant::variant(strings::ustring8 const& value) : _value(make_owned(value)) {}
-variant::variant(strings::ustring16 const& value) : _value(make_owned(value)) {}
-variant::variant(strings::ustring32 const& value) : _value(make_owned(value)) {}
-variant::variant(char const* value) : _value(make_owned(text_or_empty<strings::ustring8>(value))) {}
-variant::variant(unsigned short const* value)
-    : _value(make_owned(text_or_empty<strings::ustring16>(value))) {}
-variant::variant(wchar_t const* value) : _value(make_owned(text_or_empty<strings::ustring32>(value))) {}
+variant::variant() : variant(make_owned(nil_t())) {}
+variant::variant(nil_t& value) : variant(make_owned(value)) {}
+variant::variant(nil_t const& value) : variant(make_owned(value)) {}
+variant::variant(bool value) : variant(make_owned(value)) {}
+variant::variant(signed char const& value) : variant(make_owned(value)) {}
+variant::variant(unsigned char const& value) : variant(make_owned(value)) {}
+variant::variant(short const& value) : variant(make_owned(value)) {}
+variant::variant(unsigned short const& value) : variant(make_owned(value)) {}
+variant::variant(int const& value) : variant(make_owned(value)) {}
+variant::variant(unsigned int const& value) : variant(make_owned(value)) {}
+variant::variant(long const& value) : variant(make_owned(value)) {}
+variant::variant(unsigned long const& value) : variant(make_owned(value)) {}
+variant::variant(float const& value) : variant(make_owned(value)) {}
+variant::variant(double const& value) : variant(make_owned(value)) {}
+variant::variant(long double const& value) : variant(make_owned(value)) {}
+variant::variant(std::string const& value) : variant(make_owned(value)) {}
+variant::variant(std::wstring const& value) : variant(make_owned(value)) {}
+variant::variant(strings::ustring8 const& value) : variant(make_owned(value)) {}
+variant::variant(strings::ustring16 const& value) : variant(make_owned(value)) {}
+variant::variant(strings::ustring32 const& value) : variant(make_owned(value)) {}
+variant::variant(char const* value) : variant(make_owned(text_or_empty<strings::ustring8>(value))) {}
+variant::variant(unsigned short const* value) : variant(make_owned(text_or_empty<strings::ustring16>(value))) {}
+variant::variant(wchar_t const* value) : variant(make_owned(text_or_empty<strings::ustring32>(value))) {}
 
 variant& variant::operator=(nil_t const&) {
-  _value = pointer(make_owned(nil_t()));
+  variant_type* previous = _value;
+  _value = make_owned(nil_t());
+  acquire(_value);
+  release(previous);
   return *this;
 }
 

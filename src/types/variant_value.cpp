@@ -23,6 +23,7 @@
 #include <ostream>
 #include <sstream>
 #include <type_traits>
+#include <utility>
 
 #include "vexa/exceptions/logic_error.hpp"
 #include "vexa/generic/convert/str_to_x.hpp"
@@ -192,6 +193,9 @@ variant_type::~variant_type() = default;
 
 template <class T>
 variant_value_t<T>::variant_value_t(T const& value) : value(value) {}
+
+template <class T>
+variant_value_t<T>::variant_value_t(T&& value) : value(std::move(value)) {}
 
 template <class T>
 variant_value_t<T>::~variant_value_t() = default;

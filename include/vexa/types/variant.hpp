@@ -39,7 +39,6 @@
 #include "vexa/export.hpp"
 #include "vexa/generic/abilities/clone_ability.hpp"
 #include "vexa/generic/abilities/reference_count_pointer_ability.hpp"
-#include "vexa/memory/pointers/rc_pointer.hpp"
 #include "vexa/strings/ustring.hpp"
 #include "vexa/types/nil.hpp"
 
@@ -104,6 +103,7 @@ template <class T>
 class VEXA_API variant_value_t : public variant_type {
  public:
   explicit variant_value_t(T const& value);
+  explicit variant_value_t(T&& value);
   ~variant_value_t() override;
 
   bool convertible() const override;
@@ -197,15 +197,22 @@ class VEXA_API variant {
 
   // Shares the value object. A variant copied from itself holds no object
   // and may only be assigned to or destroyed.
-  variant(variant const& other) : _value(&other == this ? pointer() : other._value) {}
+  variant(variant const& other) : _value(&other == this ? nullptr : other._value) { acquire(_value); }
 
-  ~variant() = default;
+  ~variant() { release(_value); }
 
   // Shares the source's value object and releases the previous one (deleted
   // when this was its last holder and it is owned). Self-assignment does
   // nothing. Returns *this.
   variant& assign(variant const& other) {
-    if (&other != this) _value = other._value;
+    if (&other != this) {
+      // Take the new object before letting go of the old one, so that a
+      // throwing destructor leaves this variant holding the new value.
+      variant_type* previous = _value;
+      _value = other._value;
+      acquire(_value);
+      release(previous);
+    }
     return *this;
   }
   variant& operator=(variant const& other) { return assign(other); }
@@ -278,14 +285,22 @@ class VEXA_API variant {
   // creator set it; null is not allowed).
   //   types::variant copy(original.value_object()->clone());   // unshared
   //   copy.value_object()->reference_count();                  // 1
-  variant_type const* value_object() const { return _value.get(); }
+  variant_type const* value_object() const { return _value; }
   explicit variant(variant_type* value);
 
   // ---- implementation details ----
  private:
-  using pointer = memory::pointers::rc_pointer<variant_type>;
+  // The counting is written out here rather than through rc_pointer so that
+  // a copy is exactly one pointer store and one increment, inline.
+  static void acquire(variant_type* value) {
+    if (value != nullptr) value->add_reference();
+  }
+  static void release(variant_type* value) {
+    if (value != nullptr && value->release_reference() == 0 && value->owned()) delete value;
+  }
 
-  pointer _value;
+  // The counted pointer: one reference held, never null after construction.
+  variant_type* _value;
 };
 
 // Writes the held value through its value object's ostream slot.
