@@ -66,7 +66,7 @@ text_set make_texts(int max_digits, bool is_signed, unsigned long max, form f, u
       form const which = f == form::automatic ? static_cast<form>(i % 3) : f;
       int const base = which == form::decimal ? 10 : which == form::hex ? 16 : 8;
       *std::to_chars(buf, buf + 32, value, base).ptr = 0;
-      text = f == form::automatic && base == 16 ? std::string("0x") + buf
+      text = f == form::automatic && base == 16  ? std::string("0x") + buf
              : f == form::automatic && base == 8 ? std::string("0") + buf
                                                  : std::string(buf);
     }
@@ -128,9 +128,8 @@ void from_chars_int64(benchmark::State& s) {
 }
 template <form F>
 void strtol_int64(benchmark::State& s) {
-  run_parse(s, int64_texts(F), [](char const* t, std::size_t) {
-    return std::strtol(t, nullptr, base_of(F));
-  });
+  run_parse(s, int64_texts(F),
+            [](char const* t, std::size_t) { return std::strtol(t, nullptr, base_of(F)); });
 }
 
 template <form F>
@@ -264,15 +263,13 @@ void vexa_ultoa(benchmark::State& s) {
 }
 template <unsigned Radix>
 void to_chars_unsigned(benchmark::State& s) {
-  run_write<unsigned int>(s, [](unsigned int x, char* b) {
-    *std::to_chars(b, b + 80, x, Radix).ptr = 0;
-  });
+  run_write<unsigned int>(
+      s, [](unsigned int x, char* b) { *std::to_chars(b, b + 80, x, Radix).ptr = 0; });
 }
 template <unsigned Radix>
 void snprintf_unsigned(benchmark::State& s) {
-  run_write<unsigned int>(s, [](unsigned int x, char* b) {
-    std::snprintf(b, 80, Radix == 10 ? "%u" : "%x", x);
-  });
+  run_write<unsigned int>(
+      s, [](unsigned int x, char* b) { std::snprintf(b, 80, Radix == 10 ? "%u" : "%x", x); });
 }
 
 BENCHMARK(vexa_lltoa<10>);

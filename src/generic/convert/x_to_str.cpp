@@ -1,5 +1,6 @@
 #include "vexa/generic/convert/x_to_str.hpp"
 
+#include <cstdint>
 #include <cstring>
 #include <type_traits>
 
@@ -9,9 +10,6 @@ namespace VEXA_2_10 {
 namespace generic {
 namespace convert {
 namespace {
-
-// Sign, 64 binary digits and the terminating 0.
-constexpr unsigned long max_units = 66;
 
 // "00" "01" ... "99" and "00" "01" ... "ff": two digits per division.
 struct pair_tables {
@@ -31,22 +29,104 @@ struct pair_tables {
 };
 constexpr pair_tables pairs{};
 
+constexpr std::uint64_t power_of_ten[20] = {1ul,
+                                            10ul,
+                                            100ul,
+                                            1000ul,
+                                            10000ul,
+                                            100000ul,
+                                            1000000ul,
+                                            10000000ul,
+                                            100000000ul,
+                                            1000000000ul,
+                                            10000000000ul,
+                                            100000000000ul,
+                                            1000000000000ul,
+                                            10000000000000ul,
+                                            100000000000000ul,
+                                            1000000000000000ul,
+                                            10000000000000000ul,
+                                            100000000000000000ul,
+                                            1000000000000000000ul,
+                                            10000000000000000000ul};
+
+// The number of digits of `v` in `radix` (2 and up); 0 has one digit. Known
+// radices are counted from the bit width: 1233/4096 is just below log10(2),
+// so `t` is the count or one less, and the table decides.
+template <typename U>
+VEXA_INLINE unsigned int digit_count(U value, unsigned int radix) {
+  std::uint64_t const v = static_cast<std::uint64_t>(value) | 1;  // same count, and a bit set
+  unsigned int const bits = 64 - static_cast<unsigned int>(__builtin_clzll(v));
+  switch (radix) {
+    case 10: {
+      unsigned int const t = (bits * 1233) >> 12;
+      return t + (v >= power_of_ten[t] ? 1 : 0);
+    }
+    case 16: return (bits + 3) / 4;
+    case 8: return (bits + 2) / 3;
+    case 2: return bits;
+    default: {
+      unsigned int count = 1;
+      for (U rest = static_cast<U>(value / radix); rest != 0; rest = static_cast<U>(rest / radix)) {
+        ++count;
+      }
+      return count;
+    }
+  }
+}
+
 template <typename Ch>
 VEXA_INLINE Ch* put_pair(Ch* p, char const* pair) {
   p -= 2;
-  p[0] = static_cast<Ch>(pair[0]);
-  p[1] = static_cast<Ch>(pair[1]);
+  if constexpr (sizeof(Ch) == 1) {
+    std::memcpy(p, pair, 2);
+  } else {
+    p[0] = static_cast<Ch>(pair[0]);
+    p[1] = static_cast<Ch>(pair[1]);
+  }
   return p;
 }
 
-// Writes the digits of `v` so that the last one lands just before `end` and
-// returns the first; at least one digit is written. For any radix from 2 the
-// quotient of a magnitude of at most 2^(bits-1) is below 2^(bits-1), so
-// "the quotient read as signed is at least 1" and "the quotient is not 0"
-// agree, and one loop serves signed and unsigned values alike.
+// Eight hexadecimal digits of a 32-bit value at once, as the bytes of a
+// 64-bit word in text order (the processor is little-endian): the nibbles are
+// spread to one per byte, turned into '0'-'9' or 'a'-'f', and byte-swapped.
+VEXA_INLINE std::uint64_t hex_digits(std::uint32_t value) {
+  std::uint64_t x = value;
+  x = (x | x << 16) & 0x0000FFFF0000FFFFu;
+  x = (x | x << 8) & 0x00FF00FF00FF00FFu;
+  x = (x | x << 4) & 0x0F0F0F0F0F0F0F0Fu;
+  std::uint64_t const letters = ((x + 0x0606060606060606u) >> 4) & 0x0101010101010101u;
+  return __builtin_bswap64(x + 0x3030303030303030u + letters * ('a' - '0' - 10));
+}
+
+// Stores the last `count` (1..8) bytes of a word of eight digits at `out`,
+// with stores that stay inside out[0, count).
+VEXA_INLINE void put_last(std::uint64_t digits, unsigned int count, char* out) {
+  digits >>= 8 * (8 - count);
+  if (count >= 4) {
+    std::uint32_t const head = static_cast<std::uint32_t>(digits);
+    std::uint32_t const tail = static_cast<std::uint32_t>(digits >> 8 * (count - 4));
+    std::memcpy(out, &head, 4);
+    std::memcpy(out + count - 4, &tail, 4);
+  } else if (count >= 2) {
+    std::uint16_t const head = static_cast<std::uint16_t>(digits);
+    std::uint16_t const tail = static_cast<std::uint16_t>(digits >> 8 * (count - 2));
+    std::memcpy(out, &head, 2);
+    std::memcpy(out + count - 2, &tail, 2);
+  } else {
+    out[0] = static_cast<char>(digits);
+  }
+}
+
+// Writes the `count` digits of `v` to out[0, count), the last one first:
+// two per step from the pair tables for radices 10 and 16, by shifts for 8
+// and 2, by division otherwise. For any radix from 2 the quotient of a
+// magnitude of at most 2^(bits-1) is below 2^(bits-1), so "the quotient read
+// as signed is at least 1" and "the quotient is not 0" agree, and one loop
+// serves signed and unsigned values alike.
 template <typename U, typename Ch>
-VEXA_INLINE Ch* digits_backwards(U v, unsigned int radix, Ch* end) {
-  Ch* p = end;
+VEXA_INLINE void put_digits(U v, unsigned int radix, Ch* out, unsigned int count) {
+  Ch* p = out + count;
   switch (radix) {
     case 10:
       while (v >= 100) {
@@ -54,29 +134,45 @@ VEXA_INLINE Ch* digits_backwards(U v, unsigned int radix, Ch* end) {
         p = put_pair(p, pairs.decimal + 2 * static_cast<unsigned int>(v - q * 100));
         v = q;
       }
-      if (v >= 10) return put_pair(p, pairs.decimal + 2 * static_cast<unsigned int>(v));
-      *--p = static_cast<Ch>('0' + static_cast<unsigned int>(v));
-      return p;
+      if (v >= 10) {
+        put_pair(p, pairs.decimal + 2 * static_cast<unsigned int>(v));
+      } else {
+        p[-1] = static_cast<Ch>('0' + static_cast<unsigned int>(v));
+      }
+      return;
     case 16:
+      if constexpr (sizeof(Ch) == 1) {
+        if (count > 8) {
+          put_last(hex_digits(static_cast<std::uint32_t>(static_cast<std::uint64_t>(v) >> 32)),
+                   count - 8, out);
+          put_last(hex_digits(static_cast<std::uint32_t>(v)), 8, out + count - 8);
+        } else {
+          put_last(hex_digits(static_cast<std::uint32_t>(v)), count, out);
+        }
+        return;
+      }
       while (v >= 0x100) {
         p = put_pair(p, pairs.hex + 2 * static_cast<unsigned int>(v & 0xFF));
         v = static_cast<U>(v >> 8);
       }
-      if (v >= 0x10) return put_pair(p, pairs.hex + 2 * static_cast<unsigned int>(v));
-      *--p = static_cast<Ch>(pairs.hex[2 * static_cast<unsigned int>(v) + 1]);
-      return p;
+      if (v >= 0x10) {
+        put_pair(p, pairs.hex + 2 * static_cast<unsigned int>(v));
+      } else {
+        p[-1] = static_cast<Ch>(pairs.hex[2 * static_cast<unsigned int>(v) + 1]);
+      }
+      return;
     case 8:
       do {
         *--p = static_cast<Ch>('0' + static_cast<unsigned int>(v & 7));
         v = static_cast<U>(v >> 3);
       } while (v != 0);
-      return p;
+      return;
     case 2:
       do {
         *--p = static_cast<Ch>('0' + static_cast<unsigned int>(v & 1));
         v = static_cast<U>(v >> 1);
       } while (v != 0);
-      return p;
+      return;
     default:
       do {
         U const q = static_cast<U>(v / radix);
@@ -85,31 +181,21 @@ VEXA_INLINE Ch* digits_backwards(U v, unsigned int radix, Ch* end) {
         *--p = static_cast<Ch>(r <= 9 ? '0' + r : 'a' + (r - 10));
         v = q;
       } while (v != 0);
-      return p;
+      return;
   }
 }
 
-// The text of a value in a local buffer; `first` points at its first unit,
-// the text runs to the buffer's end (no terminator).
-template <typename Ch>
-struct rendered {
-  Ch unit[max_units];
-  Ch* first;
-  unsigned long size() const { return static_cast<unsigned long>(unit + max_units - first); }
-};
-
-template <typename T, typename Ch>
-VEXA_INLINE void render(T value, unsigned int radix, rendered<Ch>& text) {
+// The sign and the magnitude, taken in the unsigned type of the same width
+// (exact for the smallest value too).
+template <typename T>
+VEXA_INLINE std::make_unsigned_t<T> magnitude_of(T value, bool& negative) {
   using U = std::make_unsigned_t<T>;
-  Ch* const end = text.unit + max_units;
   if constexpr (std::is_signed_v<T>) {
-    // The magnitude in the unsigned type: exact for the smallest value too.
-    bool const negative = value < 0;
-    U const magnitude = negative ? static_cast<U>(0u - static_cast<U>(value)) : static_cast<U>(value);
-    text.first = digits_backwards(magnitude, radix, end);
-    if (negative) *--text.first = static_cast<Ch>('-');
+    negative = value < 0;
+    return negative ? static_cast<U>(0u - static_cast<U>(value)) : static_cast<U>(value);
   } else {
-    text.first = digits_backwards(static_cast<U>(value), radix, end);
+    negative = false;
+    return value;
   }
 }
 
@@ -119,30 +205,28 @@ VEXA_INLINE void write_unbounded(T value, Ch* out, unsigned int radix) {
     out[0] = 0;
     return;
   }
-  rendered<Ch> text;
-  render(value, radix, text);
-  unsigned long const n = text.size();
-  std::memcpy(out, text.first, n * sizeof(Ch));
-  out[n] = 0;
+  bool negative;
+  auto const m = magnitude_of(value, negative);
+  if (negative) *out++ = static_cast<Ch>('-');
+  unsigned int const count = digit_count(m, radix);
+  put_digits(m, radix, out, count);
+  out[count] = 0;
 }
 
 template <typename T, typename Ch>
 VEXA_INLINE unsigned long write_bounded(T value, Ch* out, unsigned long size, unsigned int radix) {
   if (size == 0) return 0;
-  if (radix < 2) {
-    out[0] = 0;
-    return 0;
-  }
-  rendered<Ch> text;
-  render(value, radix, text);
-  unsigned long const n = text.size();
-  if (n >= size) {
-    out[0] = 0;
-    return 0;
-  }
-  std::memcpy(out, text.first, n * sizeof(Ch));
-  out[n] = 0;
-  return n;
+  out[0] = 0;
+  if (radix < 2) return 0;
+  bool negative;
+  auto const m = magnitude_of(value, negative);
+  unsigned int const count = digit_count(m, radix);
+  unsigned long const length = count + (negative ? 1 : 0);
+  if (length >= size) return 0;
+  if (negative) out[0] = static_cast<Ch>('-');
+  put_digits(m, radix, out + (negative ? 1 : 0), count);
+  out[length] = 0;
+  return length;
 }
 
 }  // namespace
