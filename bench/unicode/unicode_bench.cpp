@@ -137,6 +137,21 @@ ustring32 icu_8_to_32(ustring8 const& in) { return icu_16_to_32(icu_8_to_16(in))
 ustring8 icu_32_to_8(ustring32 const& in) { return icu_16_to_8(icu_32_to_16(in)); }
 #endif
 
+// The peers must produce what we produce, or the comparison means nothing.
+bool same_results() {
+  bool same = true;
+#if defined(VEXA_BENCH_HAVE_ICU)
+  for (sample const& s : samples()) {
+    if (icu_8_to_16(s.u8) != s.u16 || icu_16_to_8(s.u16) != utf16_to_utf8(s.u16) ||
+        icu_16_to_32(s.u16) != s.u32 || icu_32_to_8(s.u32) != utf32_to_utf8(s.u32)) {
+      std::fprintf(stderr, "bench_unicode: %s: ICU and vexa differ\n", s.name.c_str());
+      same = false;
+    }
+  }
+#endif
+  return same;
+}
+
 void register_all() {
   static iconv_peer<ustring16> const iconv_8_16("UTF-16LE", "UTF-8", 1);
   static iconv_peer<ustring8> const iconv_16_8("UTF-8", "UTF-16LE", 2);
@@ -181,6 +196,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "bench_unicode: no texts in %s\n", VEXA_BENCH_UNICODE_DIR);
     return 1;
   }
+  if (!same_results()) return 1;
   register_all();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;

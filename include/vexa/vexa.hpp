@@ -13,11 +13,13 @@
 #include "vexa/generic/abilities/clone_ability.hpp"
 #include "vexa/generic/abilities/create_ability.hpp"
 #include "vexa/generic/abilities/reference_count_pointer_ability.hpp"
+#include "vexa/generic/argument.hpp"
 #include "vexa/generic/clone_interface.hpp"
 #include "vexa/generic/convert/bin_str.hpp"
 #include "vexa/generic/convert/str_to_x.hpp"
 #include "vexa/generic/convert/to_utf8.hpp"
 #include "vexa/generic/convert/x_to_str.hpp"
+#include "vexa/generic/varg_list.hpp"
 #include "vexa/memory/pointers/rc_pointer.hpp"
 #include "vexa/memory/pointers/shared_pointer.hpp"
 #include "vexa/traits/function_traits.hpp"
@@ -28,5 +30,7 @@
 
 #include "vexa/types/nil.hpp"
 #include "vexa/types/radix.hpp"
+#include "vexa/types/stream.hpp"
+#include "vexa/types/variant.hpp"
 
 #endif  // VEXA_VEXA_HPP

@@ -3,10 +3,15 @@
 // Decoding looks at 16 bytes at once: it classifies every byte, checks that
 // the continuation bytes sit exactly where the lead bytes say, computes a
 // unit at every position as if a sequence started there and keeps only the
-// units of the real starts with one byte shuffle per 8 units. Encoding widens
-// 4 units into 32-bit lanes, writes each lane's one to three UTF-8 bytes and
-// closes the gaps with one shuffle. The shuffles come from tables built at
-// compile time.
+// units of the real starts, with one byte shuffle per 8 units.
+//
+// Encoding takes 8 units at once and picks the cheapest form for them: ASCII
+// is packed; units below 0x800 (alphabetic scripts with their spaces) become
+// one or two bytes each and one shuffle closes the gaps; units from 0x800 up
+// (ideographs, syllables) become three bytes each through fixed shuffles;
+// four surrogate pairs become four four-byte sequences; any other mix is
+// done 4 units at a time in 32-bit lanes with one shuffle each. The variable
+// shuffles come from tables built at compile time.
 #include "strings/unicode_simd.hpp"
 
 // Building with VEXA_NO_BLOCK_KERNELS defined leaves them out, which is how
@@ -185,15 +190,40 @@ VEXA_SSSE3 inline unsigned encode_short_lanes(u8* o, __m128i v) {
   return 8u + tables.count[wide];
 }
 
+// Eight code points from 0x800 to 0xFFFF (no surrogates) in 16-bit lanes
+// (ideographs, syllables) as the 24 bytes of their three-byte forms.
+VEXA_SSSE3 inline void encode_wide_lanes(u8* o, __m128i v) {
+  __m128i const six = _mm_set1_epi16(0x3F);
+  __m128i const mark = _mm_set1_epi16(0x80);
+  __m128i const b0 = _mm_or_si128(_mm_srli_epi16(v, 12), _mm_set1_epi16(0xE0));
+  __m128i const b1 = _mm_or_si128(_mm_and_si128(_mm_srli_epi16(v, 6), six), mark);
+  __m128i const b2 = _mm_or_si128(_mm_and_si128(v, six), mark);
+  __m128i const leads = _mm_packus_epi16(b0, b1);  // all first bytes, then all second bytes
+  __m128i const lasts = _mm_packus_epi16(b2, b2);
+  __m128i const head = _mm_or_si128(
+      _mm_shuffle_epi8(leads, _mm_setr_epi8(0, 8, -128, 1, 9, -128, 2, 10, -128, 3, 11, -128, 4, 12, -128, 5)),
+      _mm_shuffle_epi8(lasts, _mm_setr_epi8(-128, -128, 0, -128, -128, 1, -128, -128, 2, -128, -128, 3, -128, -128, 4, -128)));
+  __m128i const tail = _mm_or_si128(
+      _mm_shuffle_epi8(leads, _mm_setr_epi8(13, -128, 6, 14, -128, 7, 15, -128, -128, -128, -128, -128, -128, -128, -128, -128)),
+      _mm_shuffle_epi8(lasts, _mm_setr_epi8(-128, 5, -128, -128, 6, -128, -128, 7, -128, -128, -128, -128, -128, -128, -128, -128)));
+  store(o, head);
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(o + 16), tail);
+}
+
 // Eight code points below 0x10000, no surrogates, in 16-bit lanes.
 VEXA_SSSE3 inline unsigned encode_units(u8* o, __m128i v) {
   __m128i const z = _mm_setzero_si128();
-  if (byte_mask(_mm_cmpeq_epi16(_mm_and_si128(v, _mm_set1_epi16(short(0xF800))), z)) == 0xFFFFu) {
+  unsigned const small = byte_mask(_mm_cmpeq_epi16(_mm_and_si128(v, _mm_set1_epi16(short(0xF800))), z));
+  if (small == 0xFFFFu) {
     if (byte_mask(_mm_cmpeq_epi16(_mm_and_si128(v, _mm_set1_epi16(short(0xFF80))), z)) == 0xFFFFu) {
       _mm_storel_epi64(reinterpret_cast<__m128i*>(o), _mm_packus_epi16(v, v));
       return 8;
     }
     return encode_short_lanes(o, v);
+  }
+  if (small == 0) {
+    encode_wide_lanes(o, v);
+    return 24;
   }
   unsigned const n = encode_lanes(o, _mm_unpacklo_epi16(v, z));
   return n + encode_lanes(o + n, _mm_unpackhi_epi16(v, z));
@@ -260,6 +290,17 @@ VEXA_SSSE3 void encode(wchar_t const*& p_in, wchar_t const* end, u8*& o_in) {
   while (end - p >= 8) {
     __m128i const lo = load(p);
     __m128i const hi = load(p + 4);
+    if (end - p >= 16) {
+      __m128i const lo2 = load(p + 8);
+      __m128i const hi2 = load(p + 12);
+      __m128i const any = _mm_or_si128(_mm_or_si128(lo, hi), _mm_or_si128(lo2, hi2));
+      if (byte_mask(_mm_cmpeq_epi32(_mm_and_si128(any, _mm_set1_epi32(~0x7F)), _mm_setzero_si128())) == 0xFFFFu) {
+        store(o, _mm_packus_epi16(_mm_packs_epi32(lo, hi), _mm_packs_epi32(lo2, hi2)));
+        o += 16;
+        p += 16;
+        continue;
+      }
+    }
     // Lanes must be 0..0xFFFF (compared signed, so negative ones fail too)
     // and no surrogate.
     __m128i const bad_lo = _mm_or_si128(_mm_or_si128(_mm_cmpgt_epi32(lo, limit), _mm_srai_epi32(lo, 31)),

@@ -20,8 +20,9 @@ bool have_block_kernels();
 void decode_blocks(unsigned char const*& p, unsigned char const* end, unsigned short*& o);
 void decode_blocks(unsigned char const*& p, unsigned char const* end, wchar_t*& o);
 
-// UTF-16 (or UTF-32) to UTF-8. Consumes blocks of 8 units between 0 and
-// 0xFFFF that hold no surrogate, while 8 units remain. The output must have
+// UTF-16 (or UTF-32) to UTF-8. Consumes blocks of 8 units that hold code
+// points up to 0xFFFF and no surrogate (or, from UTF-16, exactly four
+// surrogate pairs), while 8 units remain. The output must have
 // room for three bytes per unit from p to end, plus 4.
 void encode_blocks(unsigned short const*& p, unsigned short const* end, unsigned char*& o);
 void encode_blocks(wchar_t const*& p, wchar_t const* end, unsigned char*& o);

@@ -424,9 +424,12 @@ ustring32 utf16_to_utf32(ustring16 const& text) {
     std::uint32_t const u = *p;
     if (u - 0xD800u >= 0x800u) {
       if (end - p >= 8) {
-        unsigned const k = plain_block_16to32(p, o);
-        p += k;
-        o += k;
+        unsigned k;
+        do {
+          k = plain_block_16to32(p, o);
+          p += k;
+          o += k;
+        } while (k == 8 && end - p >= 8);
       } else {
         *o++ = static_cast<wchar_t>(u);
         ++p;
@@ -454,9 +457,12 @@ ustring16 utf32_to_utf16(ustring32 const& text) {
     if (c < 0xFFFF) {  // signed: negative units give their low 16 bits
       if (c >= 0xD800 && c <= 0xDFFF) return minus_one<ustring16>();
       if (end - p >= 8) {
-        unsigned const k = plain_block_32to16(p, o);
-        p += k;
-        o += k;
+        unsigned k;
+        do {
+          k = plain_block_32to16(p, o);
+          p += k;
+          o += k;
+        } while (k == 8 && end - p >= 8);
       } else {
         *o++ = static_cast<u16>(static_cast<std::uint32_t>(c) & 0xFFFFu);
         ++p;

@@ -200,11 +200,10 @@ std::string encode8(std::uint32_t c) {
 // Text built from runs, of one character or mixed, that cross the block
 // sizes of the fast paths, with occasional malformed units.
 template <typename Unit>
-std::basic_string<Unit> random_text(std::mt19937& rng, bool garbage) {
+std::basic_string<Unit> random_text(std::mt19937& rng, bool garbage, unsigned max_runs) {
   static std::uint32_t const palette[] = {'a', ' ', 0x7F, 0xE9, 0x416, 0x7FF, 0x800, 0x4E2D, 0xFFFF, 0x1F600, 0x10FFFF};
   std::basic_string<Unit> s;
-  int const runs = int(rng() % 6);
-  for (int r = 0; r < runs; ++r) {
+  for (unsigned r = rng() % max_runs; r > 0; --r) {
     bool const mixed = rng() % 2 == 0;
     std::uint32_t c = palette[rng() % 11];
     for (unsigned i = rng() % 40; i > 0; --i) {
@@ -218,57 +217,61 @@ std::basic_string<Unit> random_text(std::mt19937& rng, bool garbage) {
   return s;
 }
 
+void check_unit_rules(ustring8 const& t8, ustring16 const& t16, ustring32 const& t32) {
+  // From UTF-8: the reference decodes with unichar.
+  ustring16 want16;
+  ustring32 want32;
+  bool bad = false;
+  for (unsigned long p = 0, used = 0; p < t8.size(); p += used) {
+    std::uint32_t const c = unichar(t8.data(), t8.size(), p, used);
+    want32.push_back(wchar_t(c));
+    if (used == npos) { bad = true; if (p == 0) break; used = 1; continue; }
+    if (used == 4) { want16.push_back((0xD800 + (((c >> 16) - 1) << 6) + ((c >> 10) & 0x3F)) & 0xFFFF); want16.push_back(0xDC00 | (c & 0x3FF)); }
+    else want16.push_back(static_cast<unsigned short>(c));
+  }
+  EXPECT_UNITS(bad ? u16({'-', '1'}) : want16, utf8_to_utf16(t8)) << hex(t8);
+  EXPECT_UNITS(want32, utf8_to_utf32(t8)) << hex(t8);
+
+  // From UTF-16: the reference pairs with unichar.
+  std::string want8;
+  want32.clear();
+  bad = false;
+  for (unsigned long p = 0, used = 0; p < t16.size() && !bad; p += used) {
+    std::uint32_t const c = unichar(t16.data(), t16.size(), p, used);
+    bad = used == npos;
+    want8 += encode8(c);
+    want32.push_back(wchar_t(c));
+  }
+  EXPECT_UNITS(bad ? std::string("-1") : want8, utf16_to_utf8(t16)) << hex(t16);
+  EXPECT_UNITS(bad ? u32({'-', '1'}) : want32, utf16_to_utf32(t16)) << hex(t16);
+
+  // From UTF-32.
+  want8.clear();
+  want16.clear();
+  bool bad8 = false, bad16 = false;
+  for (wchar_t w : t32) {
+    std::int32_t const c = w;
+    bool const surrogate = c >= 0xD800 && c <= 0xDFFF;
+    bad8 |= surrogate;
+    bad16 |= surrogate || c > 0x10FFFF;
+    if (c < 0x80) want8 += char(c & 0xFF);
+    else if (c <= 0x10FFFF) want8 += encode8(std::uint32_t(c));
+    if (c < 0xFFFF) want16.push_back(std::uint32_t(c) & 0xFFFF);
+    else { want16.push_back((std::uint32_t(c) >> 10) + 0xD800); want16.push_back((c & 0x3FF) + 0xDC00); }
+  }
+  EXPECT_UNITS(bad8 ? std::string("-1") : want8, utf32_to_utf8(t32)) << hex(t32);
+  EXPECT_UNITS(bad16 ? u16({'-', '1'}) : want16, utf32_to_utf16(t32)) << hex(t32);
+}
+
 TEST(Unicode, TransformsMatchUnitRulesOnRandomText) {
   std::mt19937 rng(20240611);
-  for (int round = 0; round < 3000; ++round) {
+  for (int round = 0; round < 3000 && !HasFailure(); ++round) {
     bool const garbage = round % 2 == 1;
-    // From UTF-8: the reference decodes with unichar.
-    ustring8 const t8 = random_text<char>(rng, garbage);
-    ustring16 want16;
-    ustring32 want32;
-    bool bad = false;
-    for (unsigned long p = 0, used = 0; p < t8.size(); p += used) {
-      std::uint32_t const c = unichar(t8.data(), t8.size(), p, used);
-      want32.push_back(wchar_t(c));
-      if (used == npos) { bad = true; if (p == 0) break; used = 1; continue; }
-      if (used == 4) { want16.push_back((0xD800 + (((c >> 16) - 1) << 6) + ((c >> 10) & 0x3F)) & 0xFFFF); want16.push_back(0xDC00 | (c & 0x3FF)); }
-      else want16.push_back(static_cast<unsigned short>(c));
-    }
-    EXPECT_UNITS(bad ? u16({'-', '1'}) : want16, utf8_to_utf16(t8)) << hex(t8);
-    EXPECT_UNITS(want32, utf8_to_utf32(t8)) << hex(t8);
-
-    // From UTF-16: the reference pairs with unichar.
-    ustring16 const t16 = random_text<unsigned short>(rng, garbage);
-    std::string want8;
-    want32.clear();
-    bad = false;
-    for (unsigned long p = 0, used = 0; p < t16.size() && !bad; p += used) {
-      std::uint32_t const c = unichar(t16.data(), t16.size(), p, used);
-      bad = used == npos;
-      want8 += encode8(c);
-      want32.push_back(wchar_t(c));
-    }
-    EXPECT_UNITS(bad ? std::string("-1") : want8, utf16_to_utf8(t16)) << hex(t16);
-    EXPECT_UNITS(bad ? u32({'-', '1'}) : want32, utf16_to_utf32(t16)) << hex(t16);
-
-    // From UTF-32.
-    ustring32 const t32 = random_text<wchar_t>(rng, garbage);
-    want8.clear();
-    want16.clear();
-    bool bad8 = false, bad16 = false;
-    for (wchar_t w : t32) {
-      std::int32_t const c = w;
-      bool const surrogate = c >= 0xD800 && c <= 0xDFFF;
-      bad8 |= surrogate;
-      bad16 |= surrogate || c > 0x10FFFF;
-      if (c < 0x80) want8 += char(c & 0xFF);
-      else if (c <= 0x10FFFF) want8 += encode8(std::uint32_t(c));
-      if (c < 0xFFFF) want16.push_back(std::uint32_t(c) & 0xFFFF);
-      else { want16.push_back((std::uint32_t(c) >> 10) + 0xD800); want16.push_back((c & 0x3FF) + 0xDC00); }
-    }
-    EXPECT_UNITS(bad8 ? std::string("-1") : want8, utf32_to_utf8(t32)) << hex(t32);
-    EXPECT_UNITS(bad16 ? u16({'-', '1'}) : want16, utf32_to_utf16(t32)) << hex(t32);
-    if (HasFailure()) break;
+    // Now and then a long clean text, beyond the on-stack output buffer.
+    unsigned const runs = round % 300 == 0 ? 600 : 6;
+    ustring8 const t8 = random_text<char>(rng, garbage, runs);
+    ustring16 const t16 = random_text<unsigned short>(rng, garbage, runs);
+    check_unit_rules(t8, t16, random_text<wchar_t>(rng, garbage, runs));
   }
 }
 

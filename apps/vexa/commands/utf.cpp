@@ -145,6 +145,7 @@ Result checked(Result result, Input const& input) {
 
 template <typename String>
 void append_units(std::string& out, String const& units, unsigned size, bool big) {
+  out.reserve(out.size() + units.size() * size);
   for (auto unit : units) {
     auto const u = static_cast<std::uint32_t>(unit);
     for (unsigned i = 0; i < size; ++i) {

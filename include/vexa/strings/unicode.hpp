@@ -13,7 +13,7 @@
 // gh2::validate_utf8 first.
 //
 //   strings::utf8_to_utf16("h\xC3\xA9")   // {0x0068, 0x00E9}
-//   strings::utf16_to_utf8(lone_0xDC00)   // "-1"
+//   strings::utf16_to_utf8({0xDC00})      // "-1" (a lone surrogate)
 #ifndef VEXA_STRINGS_UNICODE_HPP
 #define VEXA_STRINGS_UNICODE_HPP
 
@@ -39,8 +39,8 @@ VEXA_API unsigned int unichar(char const* s, unsigned long n, unsigned long pos,
 // A unit outside D800..DFFF is returned with `used` = 1; a high surrogate
 // followed within `n` by a low one gives the code point with `used` = 2.
 // A lone surrogate or pos not below n gives 63 and `used` all-ones.
-//   unichar(u"\xD83D\xDE00", 2, 0, used)   // 0x1F600, used == 2
-//   unichar(u"\xDE00", 1, 0, used)         // 63, used == ~0ul
+//   unichar({0xD83D, 0xDE00}, 2, 0, used)   // 0x1F600, used == 2
+//   unichar({0xDE00}, 1, 0, used)           // 63, used == ~0ul
 VEXA_API unsigned int unichar(unsigned short const* s, unsigned long n,
                               unsigned long pos, unsigned long& used);
 
@@ -70,8 +70,8 @@ VEXA_API unsigned long character_index(ustring8 const& s, unsigned long index);
 // single-unit step looks at the FIRST unit of the string: a string that
 // begins with a low surrogate fails every such step, while a stray low
 // surrogate elsewhere counts as one character.
-//   character_index(u"\xD83D\xDE00x", 1)   // 2
-//   character_index(u"\xDC00xy", 1)        // all-ones
+//   character_index({0xD83D, 0xDE00, 'x'}, 1)   // 2
+//   character_index({0xDC00, 'x', 'y'}, 1)     // all-ones
 VEXA_API unsigned long character_index(ustring16 const& s, unsigned long index);
 
 // ---- transforms -------------------------------------------------------------
@@ -88,8 +88,8 @@ VEXA_API ustring8 utf32_to_utf8(ustring32 const& text);
 // utf16_to_utf8
 // Surrogate pairs are combined; a lone low surrogate, or a high surrogate not
 // followed by a low one (the last unit included), makes the result "-1".
-//   utf16_to_utf8(u"\xD83D\xDE00")   // "\xF0\x9F\x98\x80"
-//   utf16_to_utf8(u"a\xD83D")        // "-1"
+//   utf16_to_utf8({0xD83D, 0xDE00})   // "\xF0\x9F\x98\x80"
+//   utf16_to_utf8({'a', 0xD83D})      // "-1"
 VEXA_API ustring8 utf16_to_utf8(ustring16 const& text);
 
 // utf8_to_utf32
@@ -103,8 +103,8 @@ VEXA_API ustring32 utf8_to_utf32(ustring8 const& text);
 // utf16_to_utf32
 // Pairs surrogates as utf16_to_utf8 does; a lone surrogate makes the result
 // the UTF-32 text "-1".
-//   utf16_to_utf32(u"\xD83D\xDE00")   // {0x1F600}
-//   utf16_to_utf32(u"\xDC00")         // L"-1"
+//   utf16_to_utf32({0xD83D, 0xDE00})   // {0x1F600}
+//   utf16_to_utf32({0xDC00})           // L"-1"
 VEXA_API ustring32 utf16_to_utf32(ustring16 const& text);
 
 // utf8_to_utf16

@@ -15,6 +15,15 @@
 
 #include "vexa/export.hpp"
 
+// g++ 12 cannot see that a count above one is never freed and warns of a use
+// after free at every later read of a shared count; the warning is silenced
+// for this header only.
+#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wuse-after-free"
+#define VEXA_SHARED_POINTER_DIAGNOSTIC_PUSHED
+#endif
+
 namespace VEXA_2_10 {
 namespace memory {
 namespace pointers {
@@ -50,12 +59,28 @@ class shared_pointer {
 
   ~shared_pointer() { release(); }
 
-  shared_pointer& operator=(shared_pointer other) noexcept {
-    swap(other);
+  shared_pointer& operator=(shared_pointer const& other) noexcept {
+    if (_count != other._count) {
+      if (other._count != nullptr) ++*other._count;
+      release();
+      _object = other._object;
+      _count = other._count;
+    }
+    return *this;
+  }
+  shared_pointer& operator=(shared_pointer&& other) noexcept {
+    if (this != &other) {
+      release();
+      _object = other._object;
+      _count = other._count;
+      other._object = nullptr;
+      other._count = nullptr;
+    }
     return *this;
   }
 
-  void reset(T* object = nullptr) { shared_pointer(object).swap(*this); }
+  // Owns `object` instead; the previous object goes if this was its last copy.
+  void reset(T* object = nullptr) { *this = shared_pointer(object); }
 
   T* get() const noexcept { return _object; }
   T& operator*() const noexcept { return *_object; }
@@ -96,5 +121,10 @@ bool operator!=(shared_pointer<T> const& a, shared_pointer<U> const& b) noexcept
 }  // namespace pointers
 }  // namespace memory
 }  // namespace VEXA_2_10
+
+#ifdef VEXA_SHARED_POINTER_DIAGNOSTIC_PUSHED
+#pragma GCC diagnostic pop
+#undef VEXA_SHARED_POINTER_DIAGNOSTIC_PUSHED
+#endif
 
 #endif  // VEXA_MEMORY_POINTERS_SHARED_POINTER_HPP
