@@ -86,6 +86,19 @@ VEXA_INLINE std::uint64_t hex_digits(std::uint32_t value) {
   return __builtin_bswap64(x + 0x3030303030303030u + letters * ('a' - '0' - 10));
 }
 
+// Eight decimal digits of x < 10^8 at once, as the bytes of a 64-bit word in
+// text order: x is split into two 4-digit halves (32-bit lanes), each into
+// two 2-digit quarters (16-bit lanes), each into two digits (bytes); the
+// divisions by 100 and 10 are multiplications that stay inside their lanes.
+VEXA_INLINE std::uint64_t decimal_digits(std::uint32_t x) {
+  std::uint64_t w = (x / 10000) | static_cast<std::uint64_t>(x % 10000) << 32;
+  std::uint64_t q = ((w * 10486) >> 20) & 0x0000007F0000007Fu;
+  w = q | (w - q * 100) << 16;
+  q = ((w * 103) >> 10) & 0x000F000F000F000Fu;
+  w = q | (w - q * 10) << 8;
+  return w + 0x3030303030303030u;
+}
+
 // Stores the last `count` (1..8) bytes of a word of eight digits at `out`,
 // with stores that stay inside out[0, count).
 VEXA_INLINE void put_last(std::uint64_t digits, unsigned int count, char* out) {
@@ -116,6 +129,25 @@ VEXA_INLINE void put_digits(U v, unsigned int radix, Ch* out, unsigned int count
   Ch* p = out + count;
   switch (radix) {
     case 10:
+      if constexpr (sizeof(Ch) == 1) {
+        // Up to three groups of eight; the first keeps only its last digits.
+        if (count <= 8) {
+          put_last(decimal_digits(static_cast<std::uint32_t>(v)), count, out);
+          return;
+        }
+        std::uint64_t const low = decimal_digits(static_cast<std::uint32_t>(v % 100000000u));
+        U const high = static_cast<U>(v / 100000000u);
+        if (count <= 16) {
+          put_last(decimal_digits(static_cast<std::uint32_t>(high)), count - 8, out);
+        } else {
+          std::uint64_t const middle =
+              decimal_digits(static_cast<std::uint32_t>(high % 100000000u));
+          put_last(decimal_digits(static_cast<std::uint32_t>(high / 100000000u)), count - 16, out);
+          std::memcpy(out + count - 16, &middle, 8);
+        }
+        std::memcpy(out + count - 8, &low, 8);
+        return;
+      }
       while (v >= 100) {
         U const q = static_cast<U>(v / 100);
         p = put_pair(p, pairs.decimal + 2 * static_cast<unsigned int>(v - q * 100));
