@@ -201,13 +201,33 @@ VEXA_INLINE digit_run<std::make_unsigned_t<T>> read_digits(Ch const* text, unsig
         if (k < 8 || pos >= n) return {v, false};
       }
     } else if constexpr (Fixed == 10 && sizeof(Ch) == 1 && free_digits >= 8) {
-      // One group covers most 32-bit numbers.
-      std::uint64_t const w = load_group<false>(text, pos, n);
+      // One group covers most 32-bit numbers; texts of eight units or more
+      // need only the single load that ends at `n`.
+      std::uint64_t const w = load_group<true>(text, pos, n);
       unsigned int const k = leading_digits(w);
       if (k == 0) return {v, false};
       v = static_cast<U>(group_value(w, k));
       pos += k;
       if (k < 8 || pos >= n) return {v, false};
+      if constexpr (sizeof(U) == 4 && free_digits == 9) {
+        // A ninth digit cannot overflow; with a tenth the value (below 10^10)
+        // is formed in 64 bits and compared with the limit once. Before the
+        // tenth the value is below 2^31, so this comparison says exactly what
+        // the digit-by-digit test below would; an eleventh digit goes there.
+        unsigned int d = digit_of<10>(text[pos]);
+        if (d >= 10) return {v, false};
+        v = step(v, 10, d);
+        if (++pos >= n) return {v, false};
+        d = digit_of<10>(text[pos]);
+        if (d >= 10) return {v, false};
+        std::uint64_t const x = std::uint64_t{v} * 10 + d;
+        U const limit = std::is_signed_v<T> && negative
+                            ? static_cast<U>(U(1) << (std::numeric_limits<U>::digits - 1))
+                            : static_cast<U>(std::numeric_limits<T>::max());
+        if (x > limit) return {v, true};
+        v = static_cast<U>(x);
+        if (++pos >= n) return {v, false};
+      }
     }
     for (; pos < free_end; ++pos) {
       unsigned int const d = digit_of<Fixed>(text[pos]);

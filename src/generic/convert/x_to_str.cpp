@@ -86,6 +86,18 @@ VEXA_INLINE std::uint64_t hex_digits(std::uint32_t value) {
   return __builtin_bswap64(x + 0x3030303030303030u + letters * ('a' - '0' - 10));
 }
 
+// The same word from the pair table: four independent loads instead of one
+// long chain of shifts and masks, which is what a lone 32-bit value wants.
+VEXA_INLINE std::uint64_t hex_pairs(std::uint32_t value) {
+  std::uint16_t a, b, c, d;
+  std::memcpy(&a, pairs.hex + 2 * (value >> 24), 2);
+  std::memcpy(&b, pairs.hex + 2 * ((value >> 16) & 0xFF), 2);
+  std::memcpy(&c, pairs.hex + 2 * ((value >> 8) & 0xFF), 2);
+  std::memcpy(&d, pairs.hex + 2 * (value & 0xFF), 2);
+  return a | static_cast<std::uint64_t>(b) << 16 | static_cast<std::uint64_t>(c) << 32 |
+         static_cast<std::uint64_t>(d) << 48;
+}
+
 // Eight decimal digits of x < 10^8 at once, as the bytes of a 64-bit word in
 // text order: x is split into two 4-digit halves (32-bit lanes), each into
 // two 2-digit quarters (16-bit lanes), each into two digits (bytes); the
@@ -160,6 +172,10 @@ VEXA_INLINE void put_digits(U v, unsigned int radix, Ch* out, unsigned int count
       }
       return;
     case 16:
+      if constexpr (sizeof(Ch) == 1 && sizeof(U) == 4) {
+        put_last(hex_pairs(static_cast<std::uint32_t>(v)), count, out);
+        return;
+      }
       if constexpr (sizeof(Ch) == 1 && sizeof(U) == 8) {  // a word at a time pays off for 64 bits
         if (count > 8) {
           put_last(hex_digits(static_cast<std::uint32_t>(static_cast<std::uint64_t>(v) >> 32)),
