@@ -229,6 +229,19 @@ inline unsigned plain_block_32to16(wchar_t const* p, u16* o) {
 
 #endif
 
+// Converts blocks of eight units while each block is taken whole; stops with
+// `p` and `o` at the first unit a block did not take (or fewer than eight
+// remain).
+template <typename In, typename Out, typename Block>
+inline void run_plain_blocks(In const*& p, In const* end, Out*& o, Block block) {
+  unsigned k;
+  do {
+    k = block(p, o);
+    p += k;
+    o += k;
+  } while (k == 8 && end - p >= 8);
+}
+
 // ---- one character at a time ---------------------------------------------------
 
 // Each helper converts the character at p (p < end), advancing p and o, and
@@ -424,12 +437,7 @@ ustring32 utf16_to_utf32(ustring16 const& text) {
     std::uint32_t const u = *p;
     if (u - 0xD800u >= 0x800u) {
       if (end - p >= 8) {
-        unsigned k;
-        do {
-          k = plain_block_16to32(p, o);
-          p += k;
-          o += k;
-        } while (k == 8 && end - p >= 8);
+        run_plain_blocks(p, end, o, plain_block_16to32);
       } else {
         *o++ = static_cast<wchar_t>(u);
         ++p;
@@ -457,12 +465,7 @@ ustring16 utf32_to_utf16(ustring32 const& text) {
     if (c < 0xFFFF) {  // signed: negative units give their low 16 bits
       if (c >= 0xD800 && c <= 0xDFFF) return minus_one<ustring16>();
       if (end - p >= 8) {
-        unsigned k;
-        do {
-          k = plain_block_32to16(p, o);
-          p += k;
-          o += k;
-        } while (k == 8 && end - p >= 8);
+        run_plain_blocks(p, end, o, plain_block_32to16);
       } else {
         *o++ = static_cast<u16>(static_cast<std::uint32_t>(c) & 0xFFFFu);
         ++p;
