@@ -2,11 +2,13 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -132,6 +134,20 @@ int store_file_bytes(native_path const& path, strings::ustring8 const& content) 
   return 0;
 }
 
+// Large contents are backed by huge pages where the system offers them on
+// request: filling 100 MB then takes some fifty page faults instead of
+// 25,600, the larger part of the cost of a load from the page cache.
+void reserve_large(std::string& content, std::size_t size) {
+  std::size_t const large = std::size_t(8) << 20;
+  if (size < large) return;
+  content.reserve(size);
+  auto const start = reinterpret_cast<std::uintptr_t>(&content[0]);
+  long const page_size = ::sysconf(_SC_PAGESIZE);
+  std::uintptr_t const page = page_size > 0 ? static_cast<std::uintptr_t>(page_size) : 4096u;
+  std::uintptr_t const aligned = (start + page - 1) & ~(page - 1);
+  ::madvise(reinterpret_cast<void*>(aligned), size - (aligned - start), MADV_HUGEPAGE);
+}
+
 int load_file_bytes(native_path const& path, std::string& content) {
   if (path.get() == nullptr) return 1;
   descriptor const file(open_nonblocking(path.get(), O_RDONLY));
@@ -144,6 +160,7 @@ int load_file_bytes(native_path const& path, std::string& content) {
     if (size < 0 || ::lseek(file.get(), 0, SEEK_SET) != 0) return 1;
   }
   content.clear();
+  reserve_large(content, static_cast<std::size_t>(size));
   content.resize(static_cast<std::size_t>(size));
   std::size_t got = 0;
   while (got < content.size()) {

@@ -67,6 +67,16 @@ TEST(SystemFile, BytesGoThroughUnchangedAndTruncate) {
   EXPECT_EQ(as_u8, bytes);
 }
 
+TEST(SystemFile, LargeFilesRoundTripIntoUsedContent) {
+  vexa_test::temp_directory tmp;
+  std::string bytes(9u << 20, '\0');  // above the size that takes huge pages
+  for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 2654435761u >> 24);
+  ASSERT_EQ(sys::store_file(ustring8(tmp / "big"), ustring8(bytes)), 0);
+  std::string content(100, 'o');  // replaced, not appended to
+  EXPECT_EQ(sys::load_file(ustring8(tmp / "big"), content), 0);
+  EXPECT_TRUE(content == bytes) << "sizes " << content.size() << " and " << bytes.size();
+}
+
 TEST(SystemFile, LoadFailuresLeaveTheContentAlone) {
   vexa_test::temp_directory tmp;
   put(tmp / "empty", "");
