@@ -9,27 +9,15 @@ namespace dt = vexa::system::date_time;
 namespace {
 
 TEST(SystemDateTimeArithmetic, DayCountsWrapIn32Bits) {
-  EXPECT_EQ(dt::plus(dt::date_duration(2), dt::date_duration(3)).days(), 5);
   EXPECT_EQ((dt::date_duration(2) - dt::date_duration(3)).days(), -1);
-  EXPECT_EQ((dt::date_duration(2147483647) + dt::date_duration(1)).days(), -2147483647 - 1);
+  EXPECT_EQ(dt::plus(dt::date_duration(2147483647), dt::date_duration(1)).days(), -2147483647 - 1);
   EXPECT_EQ(dt::minus(dt::date_duration(-2147483647 - 1), dt::date_duration(1)).days(), 2147483647);
-  dt::date_duration d;
-  EXPECT_EQ(d.days(10), 10);
-  d -= dt::date_duration(4);
-  d += d;
-  EXPECT_EQ(d.days(), 12);
 }
 
-TEST(SystemDateTimeArithmetic, DifferencesOfTimesAreFieldByField) {
-  dt::time_duration const d = dt::time(8, 0, 0, 0) - dt::time(9, 30, 0, 0);
-  EXPECT_EQ(d.total_milliseconds(), -5400000);
-  EXPECT_EQ(dt::minus(dt::time(0, 0, 1, 0), dt::time(23, 59, 59, 999)).total_milliseconds(),
-            -(23 * 3600000L + 59 * 60000L + 58 * 1000L + 999));
+TEST(SystemDateTimeArithmetic, TimesAndDurations) {
+  EXPECT_EQ((dt::time(8, 0, 0, 0) - dt::time(9, 30, 0, 0)).total_milliseconds(), -5400000);
+  EXPECT_EQ(dt::minus(dt::time(0, 0, 1, 0), dt::time(23, 59, 59, 999)).total_milliseconds(), -86398999);
   EXPECT_EQ((dt::time_duration(1, 0, 0, 0) + dt::time_duration(0, 30, 0, 0)).total_minutes(), 90.0);
-  EXPECT_TRUE(dt::minus(dt::time_duration(), dt::time_duration(0, 0, 1, 0)).is_negative());
-}
-
-TEST(SystemDateTimeArithmetic, TimePlusDurationFoldsLikePlusAssign) {
   dt::time const eleven(23, 0, 0, 0);
   dt::time_duration const two_hours(2, 0, 0, 0);
   EXPECT_EQ((eleven + two_hours).hour(), 1u);

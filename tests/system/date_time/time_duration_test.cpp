@@ -6,24 +6,20 @@ namespace dt = vexa::system::date_time;
 
 namespace {
 
-struct parts_case {
-  char const* name;
-  dt::time_duration d;
-  long total_ms;
-  unsigned hour, minute, second, millisecond;
-};
-
 TEST(SystemTimeDuration, PartsKeepTheSignAndAreNotReducedToADay) {
   unsigned const minus1 = 4294967295u;
-  parts_case const cases[] = {
-      {"zero", dt::time_duration(), 0, 0, 0, 0, 0},
+  struct {
+    char const* name;
+    dt::time_duration d;
+    long total_ms;
+    unsigned hour, minute, second, millisecond;
+  } const cases[] = {
       {"25 hours", dt::time_duration(25, 0, 0, 0), 90000000, 25, 0, 0, 0},
-      {"mixed", dt::time_duration(1, 61, 59, 1234), 3600000 + 3660000 + 59000 + 1234, 2, 2, 0, 234},
+      {"mixed", dt::time_duration(1, 61, 59, 1234), 7320234, 2, 2, 0, 234},
       {"-1500 ms", dt::time_duration(0, 0, 0, -1500), -1500, 0, 0, minus1, 4294966796u},
       {"-90 minutes", dt::time_duration(0, -90, 0, 0), -5400000, minus1, 4294967266u, 0, 0},
-      {"signs cancel", dt::time_duration(1, -60, 0, 5), 5, 0, 0, 0, 5},
   };
-  for (parts_case const& c : cases) {
+  for (auto const& c : cases) {
     SCOPED_TRACE(c.name);
     EXPECT_EQ(c.d.total_milliseconds(), c.total_ms);
     EXPECT_EQ(c.d.hour(), c.hour);
@@ -34,42 +30,21 @@ TEST(SystemTimeDuration, PartsKeepTheSignAndAreNotReducedToADay) {
   }
   EXPECT_DOUBLE_EQ(dt::time_duration(0, 90, 0, 0).total_hours(), 1.5);
   EXPECT_DOUBLE_EQ(dt::time_duration(0, 0, 0, -500).total_seconds(), -0.5);
-  EXPECT_DOUBLE_EQ(dt::time_duration(0, 0, 30, 0).total_minutes(), 0.5);
 }
 
-TEST(SystemTimeDuration, WholeSecondsWrapIn32BitsMillisecondsDoNot) {
+TEST(SystemTimeDuration, WholeSecondsWrapIn32BitsTheCountIn64) {
   // 600 hours is 2,160,000,000 ms: past the 32-bit signed range, so it wraps.
   EXPECT_EQ(dt::time_duration(600, 0, 0, 0).total_milliseconds(), 2160000000L - 4294967296L);
   EXPECT_EQ(dt::time_duration(0, 0, 0, 2160000000L).total_milliseconds(), 2160000000L);
-  EXPECT_EQ(dt::time_duration(596, 0, 0, 0).total_milliseconds(), 2145600000L);
-  // millisecond() looks at the low 32 bits of the count only.
-  EXPECT_EQ(dt::time_duration(0, 0, 0, 4294967296L + 7).millisecond(), 7u);
-  // The 64-bit sums wrap without overflowing.
+  EXPECT_EQ(dt::time_duration(0, 0, 0, 4294967296L + 7).millisecond(), 7u);  // low 32 bits only
+  EXPECT_EQ(dt::time_duration(2147483647, 2147483647, 2147483647, 9223372036854775807L).total_milliseconds(),
+            9223372036851114807L);  // -3661000 from the 32-bit part, then a 64-bit wrap
   dt::time_duration big(0, 0, 0, 9223372036854775807L);
   big += dt::time_duration(0, 0, 0, 1);
-  EXPECT_EQ(big.total_milliseconds(), -9223372036854775807L - 1);
   EXPECT_TRUE(big.is_negative());
   EXPECT_EQ(big.hour(), static_cast<unsigned>(static_cast<unsigned long>(-2562047788015L)));
-  dt::time_duration edge(0, 0, 0, -9223372036854775807L - 1);
-  edge -= dt::time_duration(0, 0, 0, 1);
-  EXPECT_EQ(edge.total_milliseconds(), 9223372036854775807L);
-  // Both steps wrap: the 32-bit part is -3661000, then added in 64 bits.
-  EXPECT_EQ(dt::time_duration(2147483647, 2147483647, 2147483647, 9223372036854775807L).total_milliseconds(),
-            9223372036851114807L);
-}
-
-TEST(SystemTimeDuration, AssignmentAndSums) {
-  dt::time_duration d(1, 0, 0, 0);
-  dt::time_duration const copy(d);
-  d += dt::time_duration(0, 30, 0, 0);
-  EXPECT_EQ(d.total_milliseconds(), 5400000);
-  d.minus_assign(copy);
-  EXPECT_EQ(d.total_milliseconds(), 1800000);
-  d = copy;
-  EXPECT_EQ(d.total_milliseconds(), 3600000);
-  d.assign(dt::time_duration());
-  d -= copy;
-  EXPECT_TRUE(d.is_negative());
+  big -= dt::time_duration(0, 0, 0, 1);
+  EXPECT_EQ(big.total_milliseconds(), 9223372036854775807L);
 }
 
 }  // namespace

@@ -44,8 +44,8 @@ VEXA_API time_duration operator-(time const& a, time const& b);
 
 // plus, minus (time and time_duration)
 // A copy of the time, then += or -= the duration (folded into one day; a
-// result more than a day below midnight throws "Hour value out of valid
-// range").
+// result more than a day below midnight throws std::out_of_range, as
+// time::plus_assign does).
 //   plus(time(23, 0, 0, 0), time_duration(2, 0, 0, 0))   // 01:00
 //   minus(time(), time_duration(0, 0, 0, 1))             // 23:59:59.999
 VEXA_API time plus(time_duration const& d, time const& t);

@@ -10,8 +10,10 @@
 //   - Adding a duration folds the result into one day: from -1 day up to any
 //     positive sum the time wraps round midnight (23:59:59.999 + 1 ms is
 //     00:00:00.000, 00:00 - 1 ms is 23:59:59.999). A result more than one day
-//     below midnight stays negative, and the hour setter throws "Hour value
-//     out of valid range"; the time keeps what was set before the throw.
+//     below midnight stays negative, and the first setter that meets a
+//     negative part throws: the hour setter ("Hour value out of valid
+//     range"), or, less than an hour further down, the minute setter after
+//     the hour was set to 0. The time keeps what was set before the throw.
 //   - The clock readers use gettimeofday and gmtime / localtime; a leap second
 //     reported by the system (second 60) makes the second setter throw.
 //
@@ -72,7 +74,7 @@ class VEXA_API time {
   // The fields as a duration, plus (or minus) `d`, folded by
   // (count + 86400000) % 86400000, set back through the setters in the order
   // hour, minute, second, millisecond. A count still negative after the fold
-  // throws "Hour value out of valid range".
+  // throws from the first setter that meets a negative part (the hour's).
   //   time(0, 0, 0, 0) -= time_duration(0, 0, 0, 1)    // 23:59:59.999
   //   time(0, 0, 0, 0) -= time_duration(25, 0, 0, 0)   // throws
   time& plus_assign(time_duration const& d);
