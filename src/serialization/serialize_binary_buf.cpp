@@ -71,13 +71,18 @@ void serialize_binary_buf::append_buffer(serialize_buffer const& other) { append
 // content taken as zero, and the position moves on by the full width.
 template <typename T>
 T serialize_binary_buf::read_fixed() const {
-  if (at_end()) return T(0);
-  unsigned long const available = data.size() - read_position;
-  unsigned char bytes[sizeof(T)] = {};
-  std::memcpy(bytes, data.data() + read_position, available < sizeof(T) ? available : sizeof(T));
-  read_position += sizeof(T);
+  unsigned long const position = read_position;
+  unsigned long const size = data.size();
+  if (position >= size) return T(0);  // npos included
   T value;
-  std::memcpy(&value, bytes, sizeof(T));
+  if (size - position >= sizeof(T)) {
+    std::memcpy(&value, data.data() + position, sizeof(T));
+  } else {
+    unsigned char bytes[sizeof(T)] = {};
+    std::memcpy(bytes, data.data() + position, size - position);
+    std::memcpy(&value, bytes, sizeof(T));
+  }
+  read_position = position + sizeof(T);
   return value;
 }
 
@@ -94,15 +99,22 @@ double serialize_binary_buf::read_double() const { return read_fixed<double>(); 
 
 unsigned long serialize_binary_buf::read_length() const { return read_fixed<std::uint32_t>(); }
 
+// The steps of reading a fixed-width length and the bytes, in one place.
 std::string serialize_binary_buf::read_string() const {
-  if (at_end()) return std::string();
-  unsigned long const length = read_length();
-  if (at_end()) return std::string();
-  unsigned long const remaining = data.size() - read_position;
+  unsigned long position = read_position;
+  unsigned long const size = data.size();
+  if (position >= size) return std::string();
+  if (size - position < 4) {  // a cut length: the reader ends
+    read_position = position + 4;
+    return std::string();
+  }
+  std::uint32_t length;
+  std::memcpy(&length, data.data() + position, 4);
+  position += 4;
+  unsigned long const remaining = size - position;
   unsigned long const count = length < remaining ? length : remaining;
-  std::string value(data, read_position, count);
-  read_position += count;
-  return value;
+  read_position = position + count;
+  return std::string(data.data() + position, count);
 }
 
 serialize_binary_buf* serialize_binary_buf::read_buffer() const {
