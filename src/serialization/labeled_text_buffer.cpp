@@ -14,12 +14,13 @@ namespace {
 
 // Newline, carriage return and tab are cut from both ends; spaces are kept,
 // since a trailing space marks a group in the text.
-std::string normalised(std::string const& label) {
+std::string normalised(std::string label) {
   static char const cut[] = "\n\r\t";
   std::string::size_type const last = label.find_last_not_of(cut);
   if (last == std::string::npos) return std::string();
-  std::string::size_type const first = label.find_first_not_of(cut);
-  return label.substr(first, last - first + 1);
+  label.erase(last + 1);
+  label.erase(0, label.find_first_not_of(cut));
+  return label;
 }
 
 // Bytes that one string takes in the text format: length, 0x01, bytes, 0x01.
@@ -93,13 +94,23 @@ labeled_text_buffer::entry const* labeled_text_buffer::find(std::string const& l
   return it == _entries.end() ? nullptr : &it->second;
 }
 
-void labeled_text_buffer::add_value(std::string const& label, types::variant const& value) {
-  _entries[normalised(label)].second = value;
+// Labels usually arrive in order (parsing, writers walking sorted data), so
+// the end of the map is tried first: appending there costs no search.
+labeled_text_buffer::entry& labeled_text_buffer::slot(std::string label) {
+  label = normalised(std::move(label));
+  if (_entries.empty() || _entries.rbegin()->first < label)
+    return _entries
+        .emplace_hint(_entries.end(), std::piecewise_construct, std::forward_as_tuple(std::move(label)),
+                      std::forward_as_tuple())
+        ->second;
+  return _entries[label];
 }
 
-labeled_text_buffer& labeled_text_buffer::create_group(std::string const& label) {
-  return _entries[normalised(label)].first;
+void labeled_text_buffer::add_value(std::string const& label, types::variant const& value) {
+  slot(label).second = value;
 }
+
+labeled_text_buffer& labeled_text_buffer::create_group(std::string const& label) { return slot(label).first; }
 
 labeled_text_buffer* labeled_text_buffer::retrieve_group(std::string const& label) {
   entry* const e = find(label);
@@ -282,14 +293,14 @@ void labeled_text_buffer::parse() {
     std::string label(range + start, count);
     if (label.back() == ' ') {
       label.pop_back();
-      labeled_text_buffer& group = f.target->create_group(label);
+      labeled_text_buffer& group = f.target->slot(std::move(label)).first;
       format::read_block(range, f.size, f.position, start, count);
       group._entries.clear();
       unsigned long const base = f.base + start;
       stack.push_back({&group, base, count, 0});  // `f` is not used past this point
     } else {
       format::read_block(range, f.size, f.position, start, count);
-      f.target->add_value(label, types::variant(std::string(range + start, count)));
+      f.target->slot(std::move(label)).second = types::variant(std::string(range + start, count));
     }
   }
 }

@@ -153,6 +153,8 @@ class VEXA_API labeled_text_buffer : public labeled_serialize_buffer {
   using entry = std::pair<labeled_text_buffer, types::variant>;
   using entry_map = std::map<std::string, entry>;
 
+  // The entry of the normalised label, made if needed.
+  entry& slot(std::string label);
   entry* find(std::string const& label);
   entry const* find(std::string const& label) const;
   // Copies the other tree's entries into this empty buffer.
