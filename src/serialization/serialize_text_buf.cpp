@@ -7,8 +7,6 @@ namespace serialization {
 
 namespace format = _private;
 
-constexpr char serialize_text_buf::separator;
-
 serialize_text_buf::serialize_text_buf() : read_position(0) {}
 serialize_text_buf::serialize_text_buf(std::string const& bytes) : data(bytes), read_position(0) {}
 serialize_text_buf::serialize_text_buf(serialize_buffer const& other) : data(other.as_str()), read_position(0) {}

@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <functional>
 #include <limits>
 #include <random>
@@ -89,6 +91,27 @@ TEST(serialize_text_buf, floating_text_matches_gcvt) {
       ASSERT_EQ(buf.as_str(), std::string(expected) + '\x01') << "precision " << p;
     }
   }
+}
+
+// Both directions follow the locale's decimal point, as gcvt and strtod do.
+// A German locale is compiled into a temporary folder for the test (skipped
+// where localedef or its sources are missing).
+TEST(serialize_text_buf, floating_text_follows_the_locale) {
+  char folder[] = "/tmp/vexa_locale_XXXXXX";
+  ASSERT_NE(mkdtemp(folder), nullptr);
+  std::string const command = std::string("localedef -i de_DE -f UTF-8 ") + folder + "/de_DE.UTF-8 >/dev/null 2>&1";
+  std::string const previous = std::setlocale(LC_NUMERIC, nullptr);
+  bool const made = std::system(command.c_str()) == 0 && setenv("LOCPATH", folder, 1) == 0 &&
+                    std::setlocale(LC_NUMERIC, "de_DE.UTF-8") != nullptr;
+  serialize_text_buf buf;
+  buf.append_double(2.5, 6);
+  double const back = buf.read_double();
+  std::setlocale(LC_NUMERIC, previous.c_str());
+  unsetenv("LOCPATH");
+  std::filesystem::remove_all(folder);
+  if (!made) GTEST_SKIP() << "no German locale could be made";
+  EXPECT_EQ(hex(buf.as_str()), hex(items("2,5|")));
+  EXPECT_EQ(back, 2.5);
 }
 
 TEST(serialize_text_buf, number_items_are_read_like_the_text_conversions) {
