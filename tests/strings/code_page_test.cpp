@@ -85,21 +85,7 @@ TEST(CodePage, AssignmentAndComparisonWorkOnTheStoredNumber) {
 
 // ---- the name table ---------------------------------------------------------------
 
-TEST(CodePage, ToSystemTypeNamesEveryNumberOfTheTable) {
-  struct Case { std::int32_t number; char const* name; };
-  Case const table[] = {
-      {4, "UTF-8"},           {932, "WINDOWS-31J"},   {936, "GBK"},
-      {949, "CP949"},         {950, "BIG5"},          {1250, "CP1250"},
-      {1251, "CP1251"},       {1252, "CP1252"},       {1253, "CP1253"},
-      {1254, "CP1254"},       {1255, "CP1255"},       {1256, "CP1256"},
-      {1257, "CP1257"},       {1258, "CP1258"},       {20866, "KOI8-R"},
-      {21866, "KOI8-U"},      {28591, "ISO-8859-1"},  {28592, "ISO-8859-2"},
-      {28593, "ISO-8859-3"},  {28594, "ISO-8859-4"},  {28595, "ISO-8859-5"},
-      {28596, "ISO-8859-6"},  {28597, "ISO-8859-7"},  {28598, "ISO-8859-8"},
-      {28599, "ISO-8859-9"},  {28605, "ISO-8859-15"}, {125100, "ANSI_X3.4-1968"},
-  };
-  for (Case const& c : table) EXPECT_EQ(cp().to_system_type(number(c.number)), c.name) << c.number;
-
+TEST(CodePage, ToSystemTypeOfOneTwoThreeIsTheLocalesCodeSet) {
   // 1, 2 and 3 all name the locale's code set; the stored number plays no part.
   std::string const system = nl_langinfo(CODESET);
   for (std::int32_t n : {1, 2, 3}) EXPECT_EQ(cp(cp::cp1252).to_system_type(number(n)), system);
