@@ -23,6 +23,16 @@ std::size_t const iconv_failed = static_cast<std::size_t>(-1);
 // holds back at most one character plus its combining marks.
 std::size_t const flush_growth = 16;
 
+// The input offered to one iconv call after a rejected byte, doubled after
+// every call that succeeds. glibc converts through an intermediate buffer and,
+// when the second stage rejects a character, converts the first stage again
+// to find where it stopped: each rejection costs time in proportion to the
+// input offered, so a text full of characters a page lacks would take time
+// quadratic in its length. A small window keeps the cost per rejected byte
+// constant; the result is the same, since only where iconv is told the input
+// ends changes, and a sequence the window cuts is offered again in full.
+std::size_t const small_window = 16;
+
 // One iconv descriptor. The destructor closes it on the throwing paths;
 // the normal path closes it through close(), which reports a failure.
 class descriptor {
@@ -99,8 +109,18 @@ std::string convert(char const* to, char const* from, char const* text, std::siz
   // merely older than const.
   char* in = const_cast<char*>(text);
   std::size_t in_left = n;
+  std::size_t window = n;
   while (in_left > 0) {
-    if (step(cd.get(), &in, &in_left, out) != iconv_failed) continue;
+    // iconv sees at most `window` bytes of the input (see small_window).
+    std::size_t const before = in_left;
+    std::size_t const offered = window < in_left ? window : in_left;
+    std::size_t offered_left = offered;
+    std::size_t const result = step(cd.get(), &in, &offered_left, out);
+    in_left -= offered - offered_left;
+    if (result != iconv_failed) {
+      window = window > in_left ? window : 2 * window;
+      continue;
+    }
     switch (errno) {
       case E2BIG:
         out.grow(2 * in_left);
@@ -112,8 +132,14 @@ std::string convert(char const* to, char const* from, char const* text, std::siz
         --out.space;
         ++in;
         --in_left;
+        window = small_window;
         break;
       case EINVAL:
+        if (offered < before) {
+          // Only the window cut the sequence: offer more of the input.
+          window = 2 * window;
+          break;
+        }
         // A sequence cut off by the end of the input: the "?" goes past the
         // written part, so the incomplete tail simply disappears.
         if (out.space > 0) out.bytes[out.position] = '?';

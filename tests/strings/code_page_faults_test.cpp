@@ -1,4 +1,4 @@
-// strings::code_page when iconv itself fails. The test program defines
+// strings::code_page when iconv itself fails, and the work it asks of iconv. The test program defines
 // iconv_open, iconv and iconv_close: the library's calls bind to these, which
 // forward to the C library's unless a fault is armed. Every failure must
 // raise its runtime_error and still close the descriptor it opened.
@@ -19,6 +19,7 @@ enum class fault { none, open_unsupported, open_other, convert, flush, close };
 
 fault armed = fault::none;
 long open_descriptors = 0;  // opened minus closed, over the whole program
+unsigned long long offered_bytes = 0;  // input bytes offered to conversion calls
 
 template <typename F>
 F next(char const* name) {
@@ -46,6 +47,7 @@ extern "C" size_t iconv(iconv_t cd, char** in, size_t* in_left, char** out, size
     errno = EBADF;
     return static_cast<size_t>(-1);
   }
+  if (converting) offered_bytes += *in_left;
   return real(cd, in, in_left, out, out_left);
 }
 
@@ -122,4 +124,16 @@ TEST(CodePageFaults, AnEmptyInputStillOpensResetsFlushesAndCloses) {
     arm const on(fault::close);
     EXPECT_EQ("iconv failed to close @ strings/code_page/as_utf8", raised([&] { page.as_utf8(""); }));
   }
+}
+
+// Each iconv call that rejects a character costs glibc time in proportion to
+// the input offered to it; a text full of characters the page lacks must not
+// be offered whole again after every rejection.
+TEST(CodePageFaults, RejectedCharactersDoNotMakeTheWorkQuadratic) {
+  std::string cyrillic;
+  for (int i = 0; i < 32768; ++i) cyrillic += "\xD0\xAF";
+  unsigned long long const before = offered_bytes;
+  std::string const bytes = code_page(code_page::cp1252).encode(cyrillic);
+  EXPECT_EQ(std::string(cyrillic.size(), '?'), bytes);
+  EXPECT_LT(offered_bytes - before, 64ull * cyrillic.size());  // quadratic would be ~2^31
 }

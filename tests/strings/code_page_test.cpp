@@ -27,6 +27,12 @@ std::string hex(std::string const& s) {
 
 #define EXPECT_BYTES(expected, actual) EXPECT_EQ(hex(expected), hex(actual))
 
+std::string times(std::string const& s, int n) {
+  std::string out;
+  while (n-- > 0) out += s;
+  return out;
+}
+
 cp::encoding_type number(std::int32_t n) { return static_cast<cp::encoding_type>(n); }
 
 // What a call raised: "class: message @ file/function", or "nothing".
@@ -136,6 +142,10 @@ TEST(CodePage, DecodeReplacesUndefinedBytesAndDropsACutTail) {
       {"UTF-8 invalid lead inside", cp::utf8, "A\xFF" "B", "A?B"},
       {"932 pair", cp::cp932, "\x82\xA0", "\xE3\x81\x82"},
       {"932 lead byte cut off", cp::cp932, "a\x82", "a"},
+      // Pairs that straddle where iconv was told the input ends, after a
+      // rejected byte, are offered again in full.
+      {"932 pairs after a rejected byte", cp::cp932, "\xFF" "a" + times("\x82\xA0", 20),
+       "?a" + times("\xE3\x81\x82", 20)},
       {"936 pair", cp::cp936, "\xC4\xE3", "\xE4\xBD\xA0"},
       {"1255 last letter held back, then flushed", cp::cp1255, "\xE0", "\xD7\x90"},
       {"1258 last letter held back, then flushed", cp::cp1258, "a", "a"},

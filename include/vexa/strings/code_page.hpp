@@ -18,6 +18,15 @@
 //     negative. code_page(types::nil) stores 0 and so is NOT equal to
 //     types::nil; this asymmetry is deliberate and kept.
 //   - The iconv descriptor is closed on every path, throwing ones too.
+//   - When the output is full it grows by twice the unconverted input and
+//     the room offered is everything up to its new end, so a character that
+//     needs more bytes than that still gets through. After the input, one
+//     more iconv call flushes what the converter held back (the last letter
+//     of a 1255 or 1258 text waits there for a combining mark).
+//   - After a rejected byte, iconv is offered the input in a window of a few
+//     bytes that doubles with each clean call. The result is unchanged; the
+//     cost per rejected byte stays constant instead of growing with the text
+//     (glibc re-converts what it was offered after each rejection).
 //   - Errors are thrown as exceptions::invalid_argument_value (an invalid
 //     number, "Not valid code_page type", function "to_system_type") or
 //     exceptions::runtime_error ("convertions not supported", "Unknown
