@@ -19,70 +19,29 @@ xml_parser::parse_error::parse_error(error_type type_, unsigned int line_, ustri
 // ---- the engine ------------------------------------------------------------
 // One pass over [p, end) with raw pointers. Texts are built only for the
 // callbacks that are set and for error records; everything else is scanned.
-class xml_parser::engine {
- public:
-  explicit engine(xml_parser& self) : _self(self) {}
+namespace {
 
-  // Parses from p; p is left where parsing stopped.
-  void run(char const*& p, char const* end);
+// Error records are made out of line, away from the scanning loops.
+[[noreturn]] __attribute__((noinline, cold)) void raise(error::error_type type, unsigned int line,
+                                                         char const* text, std::size_t length) {
+  throw error(type, line, ustring8(text, length));
+}
+[[noreturn]] inline void raise(error::error_type type, unsigned int line) { raise(type, line, "", 0); }
+// The byte at `at` as the text, or empty at the end.
+[[noreturn]] inline void raise_at(error::error_type type, unsigned int line, char const* at, char const* end) {
+  raise(type, line, at, at < end ? 1 : 0);
+}
 
-  // The steps, shared with the public step functions.
-  static char const* name_end(xml_parser const& self, char const* p, char const* end);
-  static char reference(xml_parser const& self, char const*& p, char const* end);
-  static char const* skip_space(xml_parser& self, char const* p, char const* end);
-
- private:
-  [[noreturn]] void fail(error::error_type type, ustring8 const& text = ustring8()) const {
-    throw error(type, _self._line, text);
-  }
-
-  void attribute(char const*& p, char const* end);
-  void text_run(char const*& p, char const* end);
-  void remember_attribute(std::string_view name);
-  void forget_attributes();
-
-  std::string_view innermost() const {
-    std::size_t const stop = _self._open_ends.back();
-    std::size_t const start = _self._open_ends.size() > 1 ? _self._open_ends[_self._open_ends.size() - 2] : 0;
-    return std::string_view(_self._open_names).substr(start, stop - start);
-  }
-  void push(char const* name, std::size_t length) {
-    _self._open_names.append(name, length);
-    _self._open_ends.push_back(_self._open_names.size());
-  }
-  void pop() {
-    _self._open_ends.pop_back();
-    _self._open_names.resize(_self._open_ends.empty() ? 0 : _self._open_ends.back());
-  }
-
-  static void call(std::unique_ptr<text_callback> const& slot, ustring8& scratch, char const* p, std::size_t n) {
-    scratch.assign(p, n);
-    (*slot)(scratch);
-  }
-
-  xml_parser& _self;
-};
-
-char const* xml_parser::engine::name_end(xml_parser const& self, char const* p, char const* end) {
-  if (p == end) throw error(error::unexpected_character, self._line, ustring8());
-  if (!has_class(*p, name_start_class)) throw error(error::unexpected_character, self._line, ustring8(1, *p));
+// The end of the name at p; raises unexpected_character when p holds no letter.
+inline char const* name_end(char const* p, char const* end, unsigned int line) {
+  if (p == end || !has_class(*p, name_start_class)) raise_at(error::unexpected_character, line, p, end);
   return skip_name(p, end);
 }
 
-char const* xml_parser::engine::skip_space(xml_parser& self, char const* p, char const* end) {
-  unsigned int lines = 0;
-  for (; p < end && is_space(*p); ++p) lines += *p == '\n';
-  self._line += lines;
-  return p;
-}
-
-// p is on '&'; it is left on the reference's ';'.
-char xml_parser::engine::reference(xml_parser const& self, char const*& p, char const* end) {
-  auto fail = [&](error::error_type type, char const* at) {
-    throw error(type, self._line, at < end ? ustring8(1, *at) : ustring8());
-  };
+// The byte the reference at p (on '&') stands for; p is left on its ';'.
+char reference(char const*& p, char const* end, unsigned int line) {
   char const* q = p + 1;
-  if (q == end) throw error(error::unknown_entity, self._line, ustring8());
+  if (q == end) raise(error::unknown_entity, line);
   if (*q == '#') {
     ++q;
     bool const hex = q < end && *q == 'x';
@@ -90,7 +49,7 @@ char xml_parser::engine::reference(xml_parser const& self, char const*& p, char 
     char const* const digits = q;
     byte_class const digit = hex ? xdigit_class : digit_class;
     while (q < end && has_class(*q, digit)) ++q;
-    if (q == end || *q != ';') fail(error::unexpected_character, q);
+    if (q == end || *q != ';') raise_at(error::unexpected_character, line, q, end);
     unsigned char value = 0;
     if (q != digits) {
       value = generic::convert::str_to_uint8(digits, static_cast<unsigned long>(q - digits),
@@ -102,24 +61,69 @@ char xml_parser::engine::reference(xml_parser const& self, char const*& p, char 
   }
   struct named {
     char const* rest;  // the reference after '&'
+    std::size_t length;
     char value;
   };
-  static named const names[] = {{"amp;", '&'}, {"apos;", '\''}, {"gt;", '>'},
-                                {"lt;", '<'},  {"quot;", '"'},  {"nbsp;", ' '}};
+  static named const names[] = {{"amp;", 4, '&'}, {"apos;", 5, '\''}, {"gt;", 3, '>'},
+                                {"lt;", 3, '<'},  {"quot;", 5, '"'},  {"nbsp;", 5, ' '}};
   char const first = *q;
   if (first != 'a' && first != 'g' && first != 'l' && first != 'n' && first != 'q') {
-    throw error(error::unknown_entity, self._line, ustring8());
+    raise(error::unknown_entity, line);
   }
   std::size_t const left = static_cast<std::size_t>(end - q);
   for (named const& n : names) {
-    std::size_t const length = std::strlen(n.rest);
-    if (n.rest[0] == first && left >= length && std::memcmp(q, n.rest, length) == 0) {
-      p = q + length - 1;
+    if (n.rest[0] == first && left >= n.length && std::memcmp(q, n.rest, n.length) == 0) {
+      p = q + n.length - 1;
       return n.value;
     }
   }
-  fail(error::unexpected_character, q + 1);
-  return 0;  // not reached
+  raise_at(error::unexpected_character, line, q + 1, end);
+}
+
+}  // namespace
+
+class xml_parser::engine {
+ public:
+  explicit engine(xml_parser& self) : _self(self), _line(0) {}
+
+  // Parses from p; p is left where parsing stopped.
+  void run(char const*& p, char const* end);
+
+  // Turns the views of the open elements back into owned names.
+  void keep_open_elements();
+
+ private:
+  void attribute(char const*& p, char const* end);
+  void text_run(char const*& p, char const* end);
+  void remember_attribute(std::string_view name);
+  void forget_attributes() {
+    if (!_self._attribute_names.empty()) {
+      _self._attribute_names.clear();
+      if (!_self._attribute_set.empty()) _self._attribute_set.clear();
+    }
+  }
+  void skip(char const*& p, char const* end) { p = skip_space(p, end, _line); }
+
+  static void call(std::unique_ptr<text_callback> const& slot, ustring8& scratch, char const* p, std::size_t n) {
+    scratch.assign(p, n);
+    (*slot)(scratch);
+  }
+
+  xml_parser& _self;
+
+ public:
+  unsigned int _line;
+};
+
+void xml_parser::engine::keep_open_elements() {
+  std::string names;
+  _self._open_ends.clear();
+  for (std::string_view name : _self._open_views) {
+    names.append(name.data(), name.size());
+    _self._open_ends.push_back(names.size());
+  }
+  _self._open_names.swap(names);
+  _self._open_views.clear();
 }
 
 void xml_parser::engine::remember_attribute(std::string_view name) {
@@ -130,102 +134,113 @@ void xml_parser::engine::remember_attribute(std::string_view name) {
   constexpr std::size_t few = 8;
   if (list.size() < few) {
     for (std::string_view seen : list) {
-      if (seen == name) fail(error::duplicate_attribute, ustring8(name.data(), name.size()));
+      if (seen == name) raise(error::duplicate_attribute, _line, name.data(), name.size());
     }
     list.push_back(name);
     return;
   }
   if (set.empty()) set.insert(list.begin(), list.end());
-  if (!set.insert(name).second) fail(error::duplicate_attribute, ustring8(name.data(), name.size()));
-}
-
-void xml_parser::engine::forget_attributes() {
-  _self._attribute_names.clear();
-  if (!_self._attribute_set.empty()) _self._attribute_set.clear();
+  if (!set.insert(name).second) raise(error::duplicate_attribute, _line, name.data(), name.size());
+  list.push_back(name);
 }
 
 // p is on the first byte of an attribute name inside a tag; it is left past
 // the closing quote.
 void xml_parser::engine::attribute(char const*& p, char const* end) {
   char const* const name = p;
-  char const* const name_stop = name_end(_self, p, end);
+  char const* const name_stop = name_end(p, end, _line);
   std::size_t const name_length = static_cast<std::size_t>(name_stop - name);
   remember_attribute(std::string_view(name, name_length));
-  p = skip_space(_self, name_stop, end);
-  if (p == end || *p != '=') fail(error::missing_equals, ustring8(name, name_length));
-  p = skip_space(_self, p + 1, end);
-  if (p == end || (*p != '"' && *p != '\'')) fail(error::missing_quote);
+  p = name_stop;
+  skip(p, end);
+  if (p == end || *p != '=') raise(error::missing_equals, _line, name, name_length);
+  ++p;
+  skip(p, end);
+  if (p == end || (*p != '"' && *p != '\'')) raise(error::missing_quote, _line);
   char const quote = *p++;
 
-  bool const report = _self._attribute != nullptr;
-  ustring8& value = _self._value_text;
-  if (report) value.clear();
-  for (;;) {
-    char const* const stop = find_value_stop(p, end, quote);
-    if (report) value.append(p, static_cast<std::size_t>(stop - p));
+  char const* stop = find_value_stop(p, end, quote);
+  if (_self._attribute == nullptr) {
+    while (stop != end && *stop != quote) {
+      if (*stop == '<') raise(error::unexpected_character, _line, "<", 1);
+      reference(stop, end, _line);
+      stop = find_value_stop(stop + 1, end, quote);
+    }
     p = stop;
-    if (p == end || *p == quote) break;
-    if (*p == '<') fail(error::unexpected_character, "<");
-    char const byte = reference(_self, p, end);
-    if (report) value.push_back(byte);
-    ++p;
-  }
-  if (report) {
+  } else {
+    ustring8& value = _self._value_text;
+    value.assign(p, static_cast<std::size_t>(stop - p));
+    p = stop;
+    while (p != end && *p != quote) {
+      if (*p == '<') raise(error::unexpected_character, _line, "<", 1);
+      value.push_back(reference(p, end, _line));
+      stop = find_value_stop(++p, end, quote);
+      value.append(p, static_cast<std::size_t>(stop - p));
+      p = stop;
+    }
     _self._name_text.assign(name, name_length);
     (*_self._attribute)(_self._name_text, value);
   }
-  if (p == end) fail(error::missing_quote, ustring8(name, name_length));
+  if (p == end) raise(error::missing_quote, _line, name, name_length);
   ++p;
 }
 
 // p is on the first byte of a text run; it is left on the '<', the white
 // space pair or the end that closes it.
 void xml_parser::engine::text_run(char const*& p, char const* end) {
-  bool const report = _self._character != nullptr;
-  ustring8& text = _self._value_text;
   char const* stop = find_text_stop(p, end);
-  if (report && (stop == end || *stop != '&')) {
-    // The common case: no reference, the text is one slice.
-    call(_self._character, text, p, static_cast<std::size_t>(stop - p));
+  if (_self._character == nullptr) {
+    while (stop != end && *stop == '&') {
+      reference(stop, end, _line);
+      stop = find_text_stop(stop + 1, end);
+    }
     p = stop;
     return;
   }
-  if (report) text.clear();
-  for (;;) {
-    if (report) text.append(p, static_cast<std::size_t>(stop - p));
-    p = stop;
-    if (p == end || *p != '&') break;
-    char const byte = reference(_self, p, end);
-    if (report) text.push_back(byte);
+  ustring8& text = _self._value_text;
+  text.assign(p, static_cast<std::size_t>(stop - p));
+  p = stop;
+  while (p != end && *p == '&') {
+    text.push_back(reference(p, end, _line));
     stop = find_text_stop(++p, end);
+    text.append(p, static_cast<std::size_t>(stop - p));
+    p = stop;
   }
-  if (report) (*_self._character)(text);
+  (*_self._character)(text);
 }
 
 void xml_parser::engine::run(char const*& p, char const* end) {
-  _self._line = 0;
   _self._in_tag = false;
   // Views of an earlier text must not outlive it.
-  forget_attributes();
+  _self._attribute_names.clear();
+  _self._attribute_set.clear();
+  auto& open = _self._open_views;
+  open.clear();
+  for (std::size_t i = 0, from = 0; i < _self._open_ends.size(); from = _self._open_ends[i++]) {
+    open.emplace_back(_self._open_names.data() + from, _self._open_ends[i] - from);
+  }
 
   if (end - p >= 4 && p[3] == '<') p += 3;  // a byte-order mark, whatever its bytes
-  if (end - p < 5 || std::memcmp(p, "<?xml", 5) != 0) fail(error::missing_declaration);
+  if (end - p < 5 || std::memcmp(p, "<?xml", 5) != 0) raise(error::missing_declaration, _line);
   for (p += 5;; ++p) {
-    if (p == end) fail(error::declaration_incomplete);
-    if (*p == '<' || *p == '>') fail(error::missing_declaration);
+    if (p == end) raise(error::declaration_incomplete, _line);
+    if (*p == '<' || *p == '>') raise(error::missing_declaration, _line);
     if (*p == '?' && end - p >= 2 && p[1] == '>') break;
   }
-  p = skip_space(_self, p + 2, end);
-  if (p == end) fail(error::declaration_incomplete);
+  p += 2;
+  skip(p, end);
+  if (p == end) raise(error::declaration_incomplete, _line);
 
   bool root_seen = false;
   for (;;) {
-    char const* const run = p;
-    p = skip_space(_self, p, end);
-    if (p != run && !_self._in_tag && _self._whitespace) {
-      call(_self._whitespace, _self._value_text, run, static_cast<std::size_t>(p - run));
+    if (is_space(*p)) {
+      char const* const run = p;
+      skip(p, end);
+      if (!_self._in_tag && _self._whitespace) {
+        call(_self._whitespace, _self._value_text, run, static_cast<std::size_t>(p - run));
+      }
+      if (p == end) break;
     }
-    if (p == end) break;
 
     char const c = *p;
     if (_self._in_tag) {
@@ -233,65 +248,60 @@ void xml_parser::engine::run(char const*& p, char const* end) {
         _self._in_tag = false;
         ++p;
       } else if (c == '/') {
-        if (end - p < 2 || p[1] != '>') fail(error::unexpected_character, end - p < 2 ? ustring8() : ustring8(1, p[1]));
-        if (_self._open_ends.empty()) fail(error::tag_mismatch);
-        if (_self._element_end) {
-          std::string_view const name = innermost();
-          call(_self._element_end, _self._name_text, name.data(), name.size());
-        }
+        if (end - p < 2 || p[1] != '>') raise_at(error::unexpected_character, _line, p + 1, end);
+        if (open.empty()) raise(error::tag_mismatch, _line);
+        if (_self._element_end) call(_self._element_end, _self._name_text, open.back().data(), open.back().size());
         _self._in_tag = false;
-        pop();
+        open.pop_back();
         forget_attributes();
         p += 2;
       } else if (c == '<') {
-        fail(error::unexpected_character, "<");
+        raise(error::unexpected_character, _line, "<", 1);
       } else {
         attribute(p, end);
       }
-      continue;
-    }
-
-    if (c == '<') {
+    } else if (c == '<') {
       _self._in_tag = true;
       char const next = end - p >= 2 ? p[1] : 0;
       if (next == '/') {
         // End tag; the in-tag flag stays set until its '>'.
         char const* const name = p += 2;
-        char const* const stop = name_end(_self, name, end);
+        char const* const stop = name_end(name, end, _line);
         std::size_t const length = static_cast<std::size_t>(stop - name);
-        if (_self._open_ends.empty() || innermost() != std::string_view(name, length)) {
-          fail(error::tag_mismatch, ustring8(name, length));
+        if (open.empty() || open.back() != std::string_view(name, length)) {
+          raise(error::tag_mismatch, _line, name, length);
         }
-        pop();
-        if (stop == end) fail(error::unexpected_end);
+        open.pop_back();
+        if (stop == end) raise(error::unexpected_end, _line);
         if (_self._element_end) call(_self._element_end, _self._name_text, name, length);
         forget_attributes();
         p = stop;
       } else if (next == '!' && end - p >= 4 && p[2] == '-' && p[3] == '-') {
         char const* const body = p + 4;
         char const* const close = find_comment_end(body, end);
-        if (close == end) fail(error::unexpected_end);
+        if (close == end) raise(error::unexpected_end, _line);
         if (_self._comment) call(_self._comment, _self._value_text, body, static_cast<std::size_t>(close - body));
         _self._in_tag = false;
         p = close + 3;
       } else {
-        if (root_seen && _self._open_ends.empty()) fail(error::multiple_roots);
+        if (root_seen && open.empty()) raise(error::multiple_roots, _line);
         char const* const name = ++p;
-        char const* const stop = name_end(_self, name, end);
+        char const* const stop = name_end(name, end, _line);
         std::size_t const length = static_cast<std::size_t>(stop - name);
-        push(name, length);
+        open.emplace_back(name, length);
         root_seen = true;
         forget_attributes();
         if (_self._element_start) call(_self._element_start, _self._name_text, name, length);
         p = stop;
       }
     } else if (c == '>') {
-      fail(error::unexpected_character, ">");
+      raise(error::unexpected_character, _line, ">", 1);
     } else {
       text_run(p, end);
     }
+    if (p == end) break;
   }
-  if (!_self._open_ends.empty()) throw error(error::unexpected_end, 0, ustring8());
+  if (!open.empty()) raise(error::unexpected_end, 0);
 }
 
 // ---- the parser --------------------------------------------------------------
@@ -356,13 +366,27 @@ struct byte_range {
 xml_parser::parse_error xml_parser::do_parse(iterator& first, iterator& last) {
   byte_range const range(first, last);
   char const* p = range.begin;
+  engine e(*this);
+  // However the parse ends, the open elements are kept as owned names and
+  // the position and line count are set.
+  struct finish {
+    engine& e;
+    xml_parser& self;
+    iterator& first;
+    char const*& p;
+    char const* begin;
+    ~finish() {
+      e.keep_open_elements();
+      self._line = e._line;
+      first += p - begin;
+    }
+  };
   try {
-    engine(*this).run(p, range.end);
-  } catch (parse_error const& e) {
-    first += p - range.begin;
-    return e;
+    finish const guard{e, *this, first, p, range.begin};
+    e.run(p, range.end);
+  } catch (parse_error const& error) {
+    return error;
   }
-  first += p - range.begin;
   return parse_error(parse_error::no_error, 0, ustring8());
 }
 
@@ -372,14 +396,14 @@ bool xml_parser::is_white_space(iterator const& position) const { return is_spac
 
 ustring8 xml_parser::parse_whitespace(iterator& position, iterator& last) {
   byte_range const range(position, last);
-  char const* const stop = engine::skip_space(*this, range.begin, range.end);
+  char const* const stop = skip_space(range.begin, range.end, _line);
   position += stop - range.begin;
   return ustring8(range.begin, static_cast<std::size_t>(stop - range.begin));
 }
 
 ustring8 xml_parser::parse_name(iterator& position, iterator& last) {
   byte_range const range(position, last);
-  char const* const stop = engine::name_end(*this, range.begin, range.end);
+  char const* const stop = name_end(range.begin, range.end, _line);
   position += stop - range.begin - 1;
   return ustring8(range.begin, static_cast<std::size_t>(stop - range.begin));
 }
@@ -397,7 +421,7 @@ ustring8 xml_parser::parse_attrib_value(iterator& position, iterator& last) {
     if (p == range.end || *p == quote) break;
     if (*p == '<') throw parse_error(parse_error::unexpected_character, _line, "<");
     char const* at = p;
-    value.push_back(engine::reference(*this, at, range.end));
+    value.push_back(reference(at, range.end, _line));
     p = at + 1;
   }
   position += p - range.begin;
@@ -408,7 +432,7 @@ ustring8 xml_parser::parse_character(iterator& position, iterator& last) {
   byte_range const range(position, last);
   char const* p = range.begin;
   if (p == range.end) throw parse_error(parse_error::unknown_entity, _line, ustring8());
-  char const byte = engine::reference(*this, p, range.end);
+  char const byte = reference(p, range.end, _line);
   position += p - range.begin;
   return ustring8(1, byte);
 }

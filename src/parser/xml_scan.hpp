@@ -111,6 +111,26 @@ inline char const* find_comment_end(char const* p, char const* end) {
   return end;
 }
 
+// skip_space
+// The end of the white-space run at p; `lines` grows by its line feeds.
+inline char const* skip_space(char const* p, char const* end, unsigned int& lines) {
+  if (p == end || !is_space(*p)) return p;
+  while (end - p >= 16) {
+    __m128i const here = _mm_loadu_si128(reinterpret_cast<__m128i const*>(p));
+    unsigned const spaces = static_cast<unsigned>(_mm_movemask_epi8(space_mask(here)));
+    unsigned const feeds = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(here, _mm_set1_epi8('\n'))));
+    if (spaces != 0xFFFFu) {
+      unsigned const n = first_bit(~spaces);
+      lines += static_cast<unsigned>(__builtin_popcount(feeds & ((1u << n) - 1u)));
+      return p + n;
+    }
+    lines += static_cast<unsigned>(__builtin_popcount(feeds));
+    p += 16;
+  }
+  for (; p < end && is_space(*p); ++p) lines += *p == '\n';
+  return p;
+}
+
 // skip_name
 // The end of the name that starts at p (which must hold a letter).
 inline char const* skip_name(char const* p, char const* end) {

@@ -227,9 +227,12 @@ class VEXA_API xml_parser {
   std::unique_ptr<text_callback> _comment;
 
   // The open elements, innermost last: their names one after another in
-  // `_open_names`, and where each one ends.
+  // `_open_names`, and where each one ends. During a parse they are views
+  // (`_open_views`, into the text or into `_open_names`) and are copied back
+  // when it stops, so the common case copies no name.
   std::string _open_names;
   std::vector<std::size_t> _open_ends;
+  std::vector<std::string_view> _open_views;
 
   // The attribute names of the current start tag, as views of the text being
   // parsed; a hash set takes over when a tag has many attributes.
