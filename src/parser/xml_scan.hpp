@@ -55,6 +55,13 @@ inline __m128i space_mask(__m128i block) {
 
 inline unsigned first_bit(unsigned mask) { return static_cast<unsigned>(__builtin_ctz(mask)); }
 
+// The number of set bits; masks of line feeds hold few.
+inline unsigned bit_count(unsigned mask) {
+  unsigned n = 0;
+  for (; mask != 0; mask &= mask - 1) ++n;
+  return n;
+}
+
 // find_text_stop
 // The first position from p where character text stops or needs care: '<',
 // '&', or a white-space byte followed by another one. `end` if none.
@@ -121,10 +128,10 @@ inline char const* skip_space(char const* p, char const* end, unsigned int& line
     unsigned const feeds = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(here, _mm_set1_epi8('\n'))));
     if (spaces != 0xFFFFu) {
       unsigned const n = first_bit(~spaces);
-      lines += static_cast<unsigned>(__builtin_popcount(feeds & ((1u << n) - 1u)));
+      lines += bit_count(feeds & ((1u << n) - 1u));
       return p + n;
     }
-    lines += static_cast<unsigned>(__builtin_popcount(feeds));
+    lines += bit_count(feeds);
     p += 16;
   }
   for (; p < end && is_space(*p); ++p) lines += *p == '\n';

@@ -9,17 +9,59 @@ using strings::ustring8;
 
 xml_token_stream::token::token(token_type type, ustring8 const& value) : _type(type), _value(value) {}
 
-xml_token_stream::xml_token_stream() : _start_tag_closed(true) { bind(); }
+// ---- the arena -----------------------------------------------------------------
+
+namespace _private {
+
+struct token_arena::block {
+  block* previous;
+};
+
+void token_arena::release() {
+  while (_blocks != nullptr) {
+    block* const previous = _blocks->previous;
+    ::operator delete(_blocks);
+    _blocks = previous;
+  }
+  _next = _end = nullptr;
+  _next_size = 0;
+}
+
+void* token_arena::grow(std::size_t bytes, std::size_t align) {
+  // Blocks double from 4 KB to 256 KB; a larger request gets its own.
+  std::size_t const header = (sizeof(block) + align - 1) / align * align;
+  _next_size = _next_size == 0 ? 4096 : _next_size < (256u << 10) ? 2 * _next_size : _next_size;
+  std::size_t const size = header + bytes > _next_size ? header + bytes : _next_size;
+  auto* const b = static_cast<block*>(::operator new(size));
+  b->previous = _blocks;
+  _blocks = b;
+  char* const base = reinterpret_cast<char*>(b);
+  _next = base + header + bytes;
+  _end = base + size;
+  return base + header;
+}
+
+}  // namespace _private
+
+// ---- the stream -----------------------------------------------------------------
+
+xml_token_stream::xml_token_stream() : _start_tag_closed(true), _tokens(token_list::allocator_type(&_arena)) {
+  bind();
+}
 
 xml_token_stream::xml_token_stream(xml_token_stream const& other)
-    : _start_tag_closed(other._start_tag_closed), _tokens(other._tokens), _parser(other._parser) {
+    : _start_tag_closed(other._start_tag_closed),
+      _tokens(other._tokens.begin(), other._tokens.end(), token_list::allocator_type(&_arena)),
+      _parser(other._parser) {
   bind();
 }
 
 xml_token_stream& xml_token_stream::operator=(xml_token_stream const& other) {
   if (this != &other) {
     _start_tag_closed = other._start_tag_closed;
-    _tokens = other._tokens;
+    _tokens.clear();
+    _arena.release();
+    _tokens.assign(other._tokens.begin(), other._tokens.end());
     _parser = other._parser;
     bind();
   }

@@ -34,6 +34,7 @@
 
 #include <cstddef>
 #include <list>
+#include <type_traits>
 
 #include "vexa/export.hpp"
 #include "vexa/parser/xml_parser.hpp"
@@ -41,6 +42,63 @@
 
 namespace VEXA_2_10 {
 namespace parser {
+namespace _private {
+
+// Memory for the nodes of one token list, handed out in order from blocks
+// and released all at once with the arena: tokens are only ever appended,
+// so nothing is freed one by one.
+class VEXA_API token_arena {
+ public:
+  token_arena() = default;
+  token_arena(token_arena const&) = delete;
+  token_arena& operator=(token_arena const&) = delete;
+  ~token_arena() { release(); }
+
+  void* allocate(std::size_t bytes, std::size_t align) {
+    std::size_t const skip = (align - reinterpret_cast<std::size_t>(_next) % align) % align;
+    if (_next != nullptr && static_cast<std::size_t>(_end - _next) >= skip + bytes) {
+      void* const p = _next + skip;
+      _next += skip + bytes;
+      return p;
+    }
+    return grow(bytes, align);
+  }
+  // Frees every block; whatever was allocated is gone.
+  void release();
+
+ private:
+  void* grow(std::size_t bytes, std::size_t align);
+
+  struct block;
+  block* _blocks = nullptr;
+  char* _next = nullptr;
+  char* _end = nullptr;
+  std::size_t _next_size = 0;
+};
+
+template <class T>
+struct token_allocator {
+  using value_type = T;
+  using propagate_on_container_copy_assignment = std::false_type;
+  using propagate_on_container_move_assignment = std::false_type;
+  using propagate_on_container_swap = std::false_type;
+
+  explicit token_allocator(token_arena* a) : arena(a) {}
+  template <class U>
+  token_allocator(token_allocator<U> const& other) : arena(other.arena) {}
+
+  T* allocate(std::size_t n) { return static_cast<T*>(arena->allocate(n * sizeof(T), alignof(T))); }
+  void deallocate(T*, std::size_t) noexcept {}
+
+  template <class U>
+  bool operator==(token_allocator<U> const& other) const { return arena == other.arena; }
+  template <class U>
+  bool operator!=(token_allocator<U> const& other) const { return arena != other.arena; }
+
+  token_arena* arena;
+};
+
+}  // namespace _private
 
 class VEXA_API xml_token_stream {
  public:
@@ -73,7 +131,8 @@ class VEXA_API xml_token_stream {
     ustring8 _value;
   };
 
-  using token_list = std::list<token>;
+  // A doubly linked list whose nodes come from the stream's own arena.
+  using token_list = std::list<token, _private::token_allocator<token>>;
   using iterator = token_list::iterator;
   using const_iterator = token_list::const_iterator;
 
@@ -126,6 +185,7 @@ class VEXA_API xml_token_stream {
   void close_start_tag();
 
   bool _start_tag_closed;
+  _private::token_arena _arena;  // before the list: it outlives the nodes
   token_list _tokens;
   xml_parser _parser;
 };
