@@ -95,7 +95,15 @@ class xml_parser::engine {
  private:
   void attribute(char const*& p, char const* end);
   void text_run(char const*& p, char const* end);
-  void remember_attribute(std::string_view name);
+  void remember_attribute(std::string_view name) {
+    auto& list = _self._attribute_names;
+    if (list.empty()) {
+      list.push_back(name);
+    } else {
+      remember_another_attribute(name);
+    }
+  }
+  void remember_another_attribute(std::string_view name);
   void forget_attributes() {
     if (!_self._attribute_names.empty()) {
       _self._attribute_names.clear();
@@ -126,7 +134,7 @@ void xml_parser::engine::keep_open_elements() {
   _self._open_views.clear();
 }
 
-void xml_parser::engine::remember_attribute(std::string_view name) {
+void xml_parser::engine::remember_another_attribute(std::string_view name) {
   auto& list = _self._attribute_names;
   auto& set = _self._attribute_set;
   // Few attributes are compared one by one; many go through a hash set, so
@@ -134,7 +142,7 @@ void xml_parser::engine::remember_attribute(std::string_view name) {
   constexpr std::size_t few = 8;
   if (list.size() < few) {
     for (std::string_view seen : list) {
-      if (seen == name) raise(error::duplicate_attribute, _line, name.data(), name.size());
+      if (seen.size() == name.size() && same_bytes(seen.data(), name.data(), name.size())) raise(error::duplicate_attribute, _line, name.data(), name.size());
     }
     list.push_back(name);
     return;
@@ -268,7 +276,7 @@ void xml_parser::engine::run(char const*& p, char const* end) {
         char const* const name = p += 2;
         char const* const stop = name_end(name, end, _line);
         std::size_t const length = static_cast<std::size_t>(stop - name);
-        if (open.empty() || open.back() != std::string_view(name, length)) {
+        if (open.empty() || open.back().size() != length || !same_bytes(open.back().data(), name, length)) {
           raise(error::tag_mismatch, _line, name, length);
         }
         open.pop_back();

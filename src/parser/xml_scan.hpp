@@ -139,11 +139,37 @@ inline char const* skip_space(char const* p, char const* end, unsigned int& line
 }
 
 // skip_name
-// The end of the name that starts at p (which must hold a letter).
+// The end of the name that starts at p (which must hold a letter): letters,
+// digits and '_' follow, sixteen bytes tested at a time.
 inline char const* skip_name(char const* p, char const* end) {
   ++p;
+  while (end - p >= 16) {
+    __m128i const here = _mm_loadu_si128(reinterpret_cast<__m128i const*>(p));
+    // Bytes from 0x80 are negative and fall outside every range.
+    __m128i const lower = _mm_or_si128(here, _mm_set1_epi8(0x20));
+    __m128i const letter = _mm_and_si128(_mm_cmpgt_epi8(lower, _mm_set1_epi8('a' - 1)),
+                                         _mm_cmplt_epi8(lower, _mm_set1_epi8('z' + 1)));
+    __m128i const digit = _mm_and_si128(_mm_cmpgt_epi8(here, _mm_set1_epi8('0' - 1)),
+                                        _mm_cmplt_epi8(here, _mm_set1_epi8('9' + 1)));
+    __m128i const underscore = _mm_cmpeq_epi8(here, _mm_set1_epi8('_'));
+    unsigned const inside =
+        static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(_mm_or_si128(letter, digit), underscore)));
+    if (inside != 0xFFFFu) return p + first_bit(~inside);
+    p += 16;
+  }
   while (p < end && has_class(*p, name_class)) ++p;
   return p;
+}
+
+// same_bytes
+// Whether the n bytes at a and b are equal; names are short, so a plain loop
+// beats a call.
+inline bool same_bytes(char const* a, char const* b, std::size_t n) {
+  if (n > 16) return std::memcmp(a, b, n) == 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    if (a[i] != b[i]) return false;
+  }
+  return true;
 }
 
 }  // namespace _private
