@@ -218,7 +218,13 @@ void xml_parser::engine::text_run(char const*& p, char const* end) {
 }
 
 void xml_parser::engine::run(char const*& p, char const* end) {
-  _self._in_tag = false;
+  // The in-tag flag lives in a register while the parse runs.
+  bool in_tag = false;
+  struct keep_flag {
+    bool const& flag;
+    bool& member;
+    ~keep_flag() { member = flag; }
+  } const keep{in_tag, _self._in_tag};
   // Views of an earlier text must not outlive it.
   _self._attribute_names.clear();
   _self._attribute_set.clear();
@@ -244,22 +250,22 @@ void xml_parser::engine::run(char const*& p, char const* end) {
     if (is_space(*p)) {
       char const* const run = p;
       skip(p, end);
-      if (!_self._in_tag && _self._whitespace) {
+      if (!in_tag && _self._whitespace) {
         call(_self._whitespace, _self._value_text, run, static_cast<std::size_t>(p - run));
       }
       if (p == end) break;
     }
 
     char const c = *p;
-    if (_self._in_tag) {
+    if (in_tag) {
       if (c == '>') {
-        _self._in_tag = false;
+        in_tag = false;
         ++p;
       } else if (c == '/') {
         if (end - p < 2 || p[1] != '>') raise_at(error::unexpected_character, _line, p + 1, end);
         if (open.empty()) raise(error::tag_mismatch, _line);
         if (_self._element_end) call(_self._element_end, _self._name_text, open.back().data(), open.back().size());
-        _self._in_tag = false;
+        in_tag = false;
         open.pop_back();
         forget_attributes();
         p += 2;
@@ -269,7 +275,7 @@ void xml_parser::engine::run(char const*& p, char const* end) {
         attribute(p, end);
       }
     } else if (c == '<') {
-      _self._in_tag = true;
+      in_tag = true;
       char const next = end - p >= 2 ? p[1] : 0;
       if (next == '/') {
         // End tag; the in-tag flag stays set until its '>'.
@@ -289,7 +295,7 @@ void xml_parser::engine::run(char const*& p, char const* end) {
         char const* const close = find_comment_end(body, end);
         if (close == end) raise(error::unexpected_end, _line);
         if (_self._comment) call(_self._comment, _self._value_text, body, static_cast<std::size_t>(close - body));
-        _self._in_tag = false;
+        in_tag = false;
         p = close + 3;
       } else {
         if (root_seen && open.empty()) raise(error::multiple_roots, _line);
