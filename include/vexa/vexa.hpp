@@ -33,4 +33,7 @@
 #include "vexa/types/stream.hpp"
 #include "vexa/types/variant.hpp"
 
+#include "vexa/system/file.hpp"
+#include "vexa/system/io.hpp"
+
 #endif  // VEXA_VEXA_HPP
