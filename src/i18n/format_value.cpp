@@ -257,14 +257,14 @@ void append_fixed(std::string& out, double value, int precision) {
       if (*p >= '1' && *p <= '9') zero = false;
     if (zero) ++first;
   }
-  out.append(first, r.ptr);
+  out.append(first, static_cast<std::size_t>(r.ptr - first));
 }
 
 void append_general(std::string& out, double value) {
   char buffer[64];
   if (value == 0.0) value = 0.0;  // -0.0 becomes 0.0
   auto const r = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 10);
-  if (r.ec == std::errc()) out.append(buffer, r.ptr);
+  if (r.ec == std::errc()) out.append(buffer, static_cast<std::size_t>(r.ptr - buffer));
 }
 
 // Appends the scaled value: fixed digits when a precision is given, else one
@@ -466,8 +466,12 @@ bool format_duration(std::string& out, number_t const& n, options_t const& o) {
     modes[i] = read_word(o.parts[i]);
     if (modes[i] != word::no) any_shown = true;
   }
-  if (!any_shown)
-    for (word& m : modes) m = word::none;
+  string_view names[4];
+  for (int i = 0; i < 4; ++i) {
+    if (!any_shown) modes[i] = word::none;  // everything switched off: the plain form
+    string_view const given = trim(o.parts[i]);
+    names[i] = any_shown && modes[i] == word::none && !given.empty() ? given : string_view(default_names[i]);
+  }
   int smallest = 3;
   while (modes[smallest] == word::no) --smallest;
   int const precision = modes[3] == word::no ? 0 : std::max(0, read_precision(o, 3));
@@ -495,9 +499,7 @@ bool format_duration(std::string& out, number_t const& n, options_t const& o) {
       body.insert(digits, static_cast<std::size_t>(precision) - (body.size() - digits), '0');
     }
     body += ' ';
-    string_view const name = modes[i] == word::none && !trim(o.parts[i]).empty() ? trim(o.parts[i])
-                                                                                  : string_view(default_names[i]);
-    body.append(name.data(), name.size());
+    body.append(names[i].data(), names[i].size());
     last_written = i;
   }
   bool nonzero = false;
