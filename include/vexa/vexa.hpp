@@ -28,6 +28,9 @@
 #include "vexa/strings/unicode.hpp"
 #include "vexa/strings/string_algorithms.hpp"
 
+#include "vexa/parser/xml_parser.hpp"
+#include "vexa/parser/xml_token_stream.hpp"
+
 #include "vexa/types/nil.hpp"
 #include "vexa/types/radix.hpp"
 #include "vexa/types/stream.hpp"

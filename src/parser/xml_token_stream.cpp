@@ -1,0 +1,91 @@
+#include "vexa/parser/xml_token_stream.hpp"
+
+#include "vexa/functor/member_function.hpp"
+
+namespace VEXA_2_10 {
+namespace parser {
+
+using strings::ustring8;
+
+xml_token_stream::token::token(token_type type, ustring8 const& value) : _type(type), _value(value) {}
+
+xml_token_stream::xml_token_stream() : _start_tag_closed(true) { bind(); }
+
+xml_token_stream::xml_token_stream(xml_token_stream const& other)
+    : _start_tag_closed(other._start_tag_closed), _tokens(other._tokens), _parser(other._parser) {
+  bind();
+}
+
+xml_token_stream& xml_token_stream::operator=(xml_token_stream const& other) {
+  if (this != &other) {
+    _start_tag_closed = other._start_tag_closed;
+    _tokens = other._tokens;
+    _parser = other._parser;
+    bind();
+  }
+  return *this;
+}
+
+void xml_token_stream::bind() {
+  _parser.set_element_start_handler(functor::member_function(this, &xml_token_stream::on_element_start));
+  _parser.set_element_end_handler(functor::member_function(this, &xml_token_stream::on_element_end));
+  _parser.set_attribute_handler(functor::member_function(this, &xml_token_stream::on_attribute));
+  _parser.set_character_handler(functor::member_function(this, &xml_token_stream::on_character));
+  _parser.set_whitespace_handler(functor::member_function(this, &xml_token_stream::on_space));
+  _parser.set_comment_handler(functor::member_function(this, &xml_token_stream::on_comment));
+}
+
+xml_parser::parse_error xml_token_stream::parse(ustring8 const& text) {
+  _start_tag_closed = true;
+  return _parser.parse(text);
+}
+
+xml_parser::parse_error xml_token_stream::parse(xml_parser::iterator const& first,
+                                                xml_parser::iterator const& last) {
+  _start_tag_closed = true;
+  return _parser.parse(first, last);
+}
+
+std::size_t xml_token_stream::size() const {
+  std::size_t n = 0;
+  for (auto it = _tokens.begin(); it != _tokens.end(); ++it) ++n;
+  return n;
+}
+
+void xml_token_stream::close_start_tag() {
+  if (!_start_tag_closed) {
+    _tokens.emplace_back(token::start_tag_end, ustring8());
+    _start_tag_closed = true;
+  }
+}
+
+void xml_token_stream::on_element_start(ustring8 const& name) {
+  close_start_tag();
+  _tokens.emplace_back(token::element_start, name);
+  _start_tag_closed = false;
+}
+
+void xml_token_stream::on_element_end(ustring8 const& name) {
+  close_start_tag();
+  _tokens.emplace_back(token::element_end, name);
+}
+
+void xml_token_stream::on_attribute(ustring8 const& name, ustring8 const& value) {
+  _tokens.emplace_back(token::attribute_name, name);
+  _tokens.emplace_back(token::attribute_value, value);
+}
+
+void xml_token_stream::on_character(ustring8 const& text) {
+  close_start_tag();
+  _tokens.emplace_back(token::character, text);
+}
+
+void xml_token_stream::on_space(ustring8 const& text) {
+  close_start_tag();
+  _tokens.emplace_back(token::space, text);
+}
+
+void xml_token_stream::on_comment(ustring8 const& text) { _tokens.emplace_back(token::comment, text); }
+
+}  // namespace parser
+}  // namespace VEXA_2_10
