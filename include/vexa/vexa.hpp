@@ -39,4 +39,11 @@
 #include "vexa/system/file.hpp"
 #include "vexa/system/io.hpp"
 
+#include "vexa/i18n/catalog.hpp"
+#include "vexa/i18n/format_value.hpp"
+#include "vexa/i18n/message.hpp"
+#include "vexa/i18n/message_catalogs.hpp"
+#include "vexa/i18n/message_item.hpp"
+#include "vexa/i18n/xmc_file_loader.hpp"
+
 #endif  // VEXA_VEXA_HPP
