@@ -19,7 +19,7 @@ using std::string_view;
 // ---- options -------------------------------------------------------------------
 
 struct options_t {
-  string_view default_text, fieldsize, spaced_dec, base, precision, short_form;
+  string_view default_text, fieldsize, spaced_dec, dec_point, base, precision, short_form;
   string_view base_unit, target_unit;
   string_view parts[4];  // dy, hr, min, sec
   bool has_default = false;
@@ -50,6 +50,8 @@ options_t read_options(char const* text, unsigned long length) {
       o.fieldsize = value;
     } else if (name == "spaced_dec") {
       o.spaced_dec = value;
+    } else if (name == "dec_point") {
+      o.dec_point = value;
     } else if (name == "base") {
       o.base = value;
     } else if (name == "precision" || name == "prec") {
@@ -305,6 +307,15 @@ void group_digits(std::string& out, std::size_t start) {
   out.replace(first, last - first, grouped);
 }
 
+// Groups the whole part when asked (spaced_dec) and writes the decimal point
+// as asked (dec_point), for the number written from `start` on.
+void shape_number(std::string& out, std::size_t start, options_t const& o) {
+  if (read_word(o.spaced_dec) == word::yes) group_digits(out, start);
+  if (o.dec_point.empty()) return;
+  std::size_t const point = out.find('.', start);
+  if (point != std::string::npos) out.replace(point, 1, o.dec_point.data(), o.dec_point.size());
+}
+
 // ---- the kinds -------------------------------------------------------------------
 
 bool format_integer(std::string& out, number_t const& n, options_t const& o) {
@@ -322,7 +333,7 @@ bool format_integer(std::string& out, number_t const& n, options_t const& o) {
   std::size_t const start = out.size();
   if (negative && magnitude != 0) out += '-';
   append_unsigned(out, magnitude, base);
-  if (base == 10 && read_word(o.spaced_dec) == word::yes) group_digits(out, start);
+  if (base == 10) shape_number(out, start, o);
   return true;
 }
 
@@ -333,7 +344,7 @@ bool format_real(std::string& out, number_t const& n, options_t const& o) {
     append_fixed(out, n.as_double(), precision);
   else
     append_general(out, n.as_double());
-  if (read_word(o.spaced_dec) == word::yes) group_digits(out, start);
+  shape_number(out, start, o);
   return true;
 }
 
@@ -375,7 +386,7 @@ bool format_memory(std::string& out, number_t const& n, options_t const& o, bool
     ++k;
     append_scaled(out, value / power_1024(k), precision, false);
   }
-  if (read_word(o.spaced_dec) == word::yes) group_digits(out, start);
+  shape_number(out, start, o);
   if (number_only) return true;
   bool const short_form = read_word(o.short_form) == word::yes;
   if (!short_form) out += ' ';
@@ -434,7 +445,7 @@ bool format_metric(std::string& out, number_t const& n, options_t const& o, bool
     ++k;
     append_scaled(out, value / powers_1000[k], precision, false);
   }
-  if (read_word(o.spaced_dec) == word::yes) group_digits(out, start);
+  shape_number(out, start, o);
   if (number_only) return true;
   if (has_target) {
     out += ' ';
@@ -442,8 +453,16 @@ bool format_metric(std::string& out, number_t const& n, options_t const& o, bool
     out.append(target.data(), target.size());
   } else if (k != metric_none || !base_rest.empty()) {
     out += ' ';
-    out += metric_prefixes[k];
-    out.append(base_rest.data(), base_rest.size());
+    std::string word = metric_prefixes[k];
+    if (!word.empty() && !base_rest.empty() && base_rest[0] >= 'A' && base_rest[0] <= 'Z') {
+      // A capitalised unit keeps its capital in front: "Meter" becomes "Kilometer".
+      word[0] = static_cast<char>(word[0] - 'a' + 'A');
+      word += lower(base_rest[0]);
+      word.append(base_rest.data() + 1, base_rest.size() - 1);
+    } else {
+      word.append(base_rest.data(), base_rest.size());
+    }
+    out += word;
   }
   return true;
 }
@@ -493,7 +512,10 @@ bool format_duration(std::string& out, number_t const& n, options_t const& o) {
     append_unsigned(body, amount, 10);
     if (read_word(o.spaced_dec) == word::yes) group_digits(body, start);
     if (i == 3 && precision > 0) {
-      body += '.';
+      if (o.dec_point.empty())
+        body += '.';
+      else
+        body.append(o.dec_point.data(), o.dec_point.size());
       std::size_t const digits = body.size();
       append_unsigned(body, fraction, 10);
       body.insert(digits, static_cast<std::size_t>(precision) - (body.size() - digits), '0');

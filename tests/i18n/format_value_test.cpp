@@ -79,6 +79,7 @@ TEST(format_value, reals_with_and_without_precision) {
       {message_item::real, variant(7), {{"precision", "1"}}, "7.0"},
       {message_item::real, variant("2.25e1"), {}, "22.5"},
       {message_item::real, variant(".5"), {}, "0.5"},
+      {message_item::real, variant(1234.5), {{"dec_point", ","}, {"spaced_dec", "yes"}}, "1 234,5"},
   });
 }
 
@@ -91,6 +92,7 @@ TEST(format_value, memory_sizes_scale_by_1024) {
       {message_item::memory, variant(1024), {}, "1 KB"},
       {message_item::memory, variant(1536), {}, "1.5 KB"},
       {message_item::memory, variant(1536), {{"precision", "2"}}, "1.50 KB"},
+      {message_item::memory, variant(1536), {{"dec_point", ","}}, "1,5 KB"},
       {message_item::memory, variant(1048575), {}, "1 MB"},  // 1023.999 KB rounds up a unit
       {message_item::memory, variant(1572864), {}, "1.5 MB"},
       {message_item::memory, variant(1572864), {{"short_form", "yes"}}, "1.5M"},
@@ -121,6 +123,7 @@ TEST(format_value, metric_values_scale_by_1000_with_prefix_words) {
       {message_item::metric, variant(1e-21), {{"base_unit", "meter"}}, "0 attometer"},
       {message_item::metric, variant(-2300), {{"base_unit", "meter"}, {"precision", "2"}}, "-2.30 kilometer"},
       {message_item::metric, variant(2300), {}, "2.3 kilo"},
+      {message_item::metric, variant(2300), {{"base_unit", "Meter"}, {"dec_point", ","}}, "2,3 Kilometer"},
       {message_item::metric, variant(12), {}, "12"},
       {message_item::metric, variant(300), {{"base_unit", "meter"}, {"target_unit", "Kilometer"}}, "0.3 Kilometer"},
       {message_item::metric_unit, variant(2300), {{"base_unit", "meter"}, {"target_unit", "kilometer"}}, "2.3"},
@@ -141,6 +144,7 @@ TEST(format_value, durations_from_milliseconds) {
       {message_item::duration, variant(60000), {{"hr", "yes"}}, "0 hr 1 min"},
       {message_item::duration, variant(1500), {{"precision", "1"}}, "1.5 sec"},
       {message_item::duration, variant(61005), {{"precision", "3"}}, "1 min 1.005 sec"},
+      {message_item::duration, variant(1500), {{"precision", "2"}, {"dec_point", ","}}, "1,50 sec"},
       {message_item::duration, variant(-61000), {}, "-1 min 1 sec"},
       {message_item::duration, variant(7200000),
        {{"dy", "no"}, {"hr", "no"}, {"min", "no"}, {"sec", "no"}}, "2 hr"},  // all off: all shown

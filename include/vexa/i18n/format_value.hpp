@@ -36,6 +36,8 @@
 //   spaced_dec  yes: the whole part of a decimal number is grouped by threes
 //               with a space
 //                 spaced_dec="yes", 1234567            -> "1 234 567"
+//   dec_point   the text written for the decimal point
+//                 dec_point=",", type real, 2.5        -> "2,5"
 //
 // integer (3): whole numbers; a fraction is cut off toward zero.
 //   base        2..36, digits in lower case, negative values as "-" and the
@@ -80,6 +82,8 @@
 //   base_unit="meter", 2300                            -> "2.3 kilometer"
 //   base_unit="gram", 0.0042                           -> "4.2 milligram"
 //   base_unit="kilometer", 0.5                         -> "500 meter"
+//   base_unit="Meter", 2300                            -> "2.3 Kilometer"
+//     (a capitalised unit moves its capital to the prefix)
 //   target_unit="kilometer", base_unit="meter", 300    -> "0.3 kilometer"
 //     (the target's text is written as given)
 //
@@ -126,8 +130,9 @@ VEXA_API strings::ustring8 format_value(message_item::type_t type, types::varian
 // ---- implementation details ----
 namespace _private {
 
-// The same, appended to `out`; returns false (appending nothing) where
-// format_value returns "-0". The options are the `length` bytes at `options`.
+// The same, appended to `out`. Returns false, appending nothing, when the
+// value cannot be formatted and no `default` is given (where format_value
+// returns "-0"). The options are the `length` bytes at `options`.
 VEXA_API bool append_formatted_value(std::string& out, message_item::type_t type,
                                      types::variant const& value, char const* options,
                                      unsigned long length);
