@@ -32,6 +32,11 @@ void catalog_t::message(strings::ustring8 const& name, message_t const& message)
   _languages.insert(message._orginal_locale());
 }
 
+void catalog_t::message(strings::ustring8 const& name, message_t&& message) {
+  _languages.insert(message._orginal_locale());
+  _messages[name] = std::move(message);
+}
+
 bool catalog_t::is_language_loaded(strings::ustring8 const& lang) const {
   strings::ustring8 const wanted = _private::normalise_language(lang);
   for (strings::ustring8 const& loaded : _languages)

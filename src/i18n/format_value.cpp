@@ -15,6 +15,7 @@ namespace i18n {
 namespace {
 
 using std::string_view;
+using namespace std::string_view_literals;
 
 // ---- options -------------------------------------------------------------------
 
@@ -43,32 +44,32 @@ options_t read_options(char const* text, unsigned long length) {
       value = all.substr(pos + 1, value_end - pos - 1);
       pos = value_end;
     }
-    if (name == "default") {
+    if (name == "default"sv) {
       o.default_text = value;
       o.has_default = true;
-    } else if (name == "fieldsize") {
+    } else if (name == "fieldsize"sv) {
       o.fieldsize = value;
-    } else if (name == "spaced_dec") {
+    } else if (name == "spaced_dec"sv) {
       o.spaced_dec = value;
-    } else if (name == "dec_point") {
+    } else if (name == "dec_point"sv) {
       o.dec_point = value;
-    } else if (name == "base") {
+    } else if (name == "base"sv) {
       o.base = value;
-    } else if (name == "precision" || name == "prec") {
+    } else if (name == "precision"sv || name == "prec"sv) {
       o.precision = value;
-    } else if (name == "short_form") {
+    } else if (name == "short_form"sv) {
       o.short_form = value;
-    } else if (name == "base_unit") {
+    } else if (name == "base_unit"sv) {
       o.base_unit = value;
-    } else if (name == "target_unit") {
+    } else if (name == "target_unit"sv) {
       o.target_unit = value;
-    } else if (name == "dy") {
+    } else if (name == "dy"sv) {
       o.parts[0] = value;
-    } else if (name == "hr") {
+    } else if (name == "hr"sv) {
       o.parts[1] = value;
-    } else if (name == "min") {
+    } else if (name == "min"sv) {
       o.parts[2] = value;
-    } else if (name == "sec") {
+    } else if (name == "sec"sv) {
       o.parts[3] = value;
     }
   }
@@ -100,9 +101,10 @@ enum class word { none, yes, no };
 
 word read_word(string_view value) {
   value = trim(value);
-  for (char const* w : {"yes", "true", "on", "1"})
+  if (value.empty()) return word::none;
+  for (string_view w : {"yes"sv, "true"sv, "on"sv, "1"sv})
     if (equal_nocase(value, w)) return word::yes;
-  for (char const* w : {"no", "false", "off", "0"})
+  for (string_view w : {"no"sv, "false"sv, "off"sv, "0"sv})
     if (equal_nocase(value, w)) return word::no;
   return word::none;
 }
@@ -196,39 +198,64 @@ bool read_text_number(string_view text, number_t& n) {
   return std::isfinite(n.real);
 }
 
-template <class T>
-bool holds(types::variant const& v) {
-  return v.type() == typeid(T);
+// What a variant holds, as far as formatting cares.
+enum class held { unsigned_integer, signed_integer, floating, utf8_text, other_text, nothing };
+
+struct held_type {
+  std::type_info const* type;
+  held kind;
+};
+
+held_type const held_types[] = {
+    {&typeid(int), held::signed_integer},           {&typeid(strings::ustring8), held::utf8_text},
+    {&typeid(unsigned long), held::unsigned_integer}, {&typeid(double), held::floating},
+    {&typeid(long), held::signed_integer},          {&typeid(unsigned int), held::unsigned_integer},
+    {&typeid(bool), held::unsigned_integer},        {&typeid(float), held::floating},
+    {&typeid(long double), held::floating},         {&typeid(short), held::signed_integer},
+    {&typeid(unsigned short), held::unsigned_integer}, {&typeid(signed char), held::signed_integer},
+    {&typeid(unsigned char), held::unsigned_integer}, {&typeid(std::string), held::other_text},
+    {&typeid(std::wstring), held::other_text},      {&typeid(strings::ustring16), held::other_text},
+    {&typeid(strings::ustring32), held::other_text},
+};
+
+held classify(types::variant const& v) {
+  std::type_info const& type = v.type();
+  // The type information objects are unique in practice: compare addresses
+  // first, and by name (what type_info equality does) only when none matches.
+  for (held_type const& h : held_types)
+    if (h.type == &type) return h.kind;
+  for (held_type const& h : held_types)
+    if (*h.type == type) return h.kind;
+  return held::nothing;
 }
 
 bool read_number(types::variant const& v, number_t& n) {
-  if (holds<bool>(v) || holds<unsigned char>(v) || holds<unsigned short>(v) || holds<unsigned int>(v) ||
-      holds<unsigned long>(v)) {
-    n.is_integer = true;
-    n.magnitude = v.as_uint64();
-    return true;
-  }
-  if (holds<signed char>(v) || holds<short>(v) || holds<int>(v) || holds<long>(v)) {
-    long const value = v.as_int64();
-    n.is_integer = true;
-    n.negative = value < 0;
-    // The magnitude in the unsigned type, so the smallest long is exact.
-    n.magnitude = n.negative ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
-    return true;
-  }
-  if (holds<float>(v) || holds<double>(v) || holds<long double>(v)) {
-    n.real = static_cast<double>(v.as_long_double());
-    n.negative = std::signbit(n.real);
-    return std::isfinite(n.real);
-  }
-  if (holds<strings::ustring8>(v)) {
-    auto const& text = static_cast<types::variant_value_t<strings::ustring8> const*>(v.value_object())->value;
-    return read_text_number(string_view(text.data(), text.size()), n);
-  }
-  if (holds<std::string>(v) || holds<std::wstring>(v) || holds<strings::ustring16>(v) ||
-      holds<strings::ustring32>(v)) {
-    strings::ustring8 const text = v.as_string();
-    return read_text_number(string_view(text.data(), text.size()), n);
+  switch (classify(v)) {
+    case held::unsigned_integer:
+      n.is_integer = true;
+      n.magnitude = v.as_uint64();
+      return true;
+    case held::signed_integer: {
+      long const value = v.as_int64();
+      n.is_integer = true;
+      n.negative = value < 0;
+      // The magnitude in the unsigned type, so the smallest long is exact.
+      n.magnitude = n.negative ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+      return true;
+    }
+    case held::floating:
+      n.real = static_cast<double>(v.as_long_double());
+      n.negative = std::signbit(n.real);
+      return std::isfinite(n.real);
+    case held::utf8_text: {
+      auto const& text = static_cast<types::variant_value_t<strings::ustring8> const*>(v.value_object())->value;
+      return read_text_number(string_view(text.data(), text.size()), n);
+    }
+    case held::other_text: {
+      strings::ustring8 const text = v.as_string();
+      return read_text_number(string_view(text.data(), text.size()), n);
+    }
+    case held::nothing: break;
   }
   return false;  // nil, and anything else
 }
@@ -283,12 +310,13 @@ void append_scaled(std::string& out, double value, int precision, bool whole) {
   }
 }
 
-// The absolute value of the number written from `start` on.
+// The whole part of the number written from `start` on, without its sign
+// (capped far above what the callers compare with).
 double written_magnitude(std::string const& out, std::size_t start) {
+  std::size_t i = start;
+  if (i < out.size() && out[i] == '-') ++i;
   double value = 0.0;
-  char const* first = out.data() + start;
-  if (first != out.data() + out.size() && *first == '-') ++first;
-  std::from_chars(first, out.data() + out.size(), value);
+  for (; i < out.size() && out[i] >= '0' && out[i] <= '9' && value < 1e9; ++i) value = value * 10 + (out[i] - '0');
   return value;
 }
 
@@ -363,7 +391,9 @@ int read_memory_unit(string_view text) {
   return -1;
 }
 
-double power_1024(int k) { return std::ldexp(1.0, 10 * k); }
+double const powers_1024[] = {1.0, 0x1p10, 0x1p20, 0x1p30, 0x1p40, 0x1p50, 0x1p60, 0x1p70, 0x1p80};
+
+double power_1024(int k) { return powers_1024[k]; }
 
 bool format_memory(std::string& out, number_t const& n, options_t const& o, bool number_only) {
   int const base_unit = read_memory_unit(o.base_unit);
@@ -562,13 +592,7 @@ void apply_fieldsize(std::string& out, std::size_t start, options_t const& o, bo
   }
 }
 
-}  // namespace
-
-namespace _private {
-
-bool append_formatted_value(std::string& out, message_item::type_t type, types::variant const& value,
-                            char const* options, unsigned long length) {
-  options_t const o = read_options(options, length);
+bool append_with(std::string& out, message_item::type_t type, types::variant const& value, options_t const& o) {
   std::size_t const start = out.size();
   number_t n;
   bool done = false;
@@ -593,6 +617,19 @@ bool append_formatted_value(std::string& out, message_item::type_t type, types::
   }
   apply_fieldsize(out, start, o, numeric);
   return true;
+}
+
+options_t const no_options{};
+
+}  // namespace
+
+namespace _private {
+
+bool append_formatted_value(std::string& out, message_item::type_t type, types::variant const& value,
+                            char const* options, unsigned long length) {
+  // Most arguments have no options: their table is not built at all.
+  if (length == 0) return append_with(out, type, value, no_options);
+  return append_with(out, type, value, read_options(options, length));
 }
 
 }  // namespace _private

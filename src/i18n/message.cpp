@@ -13,6 +13,9 @@ message_t::message_t(types::nil_t const&) {}
 message_t::message_t(strings::ustring8 const& name, item_list const& items, strings::ustring8 const& meta)
     : _name(name), _meta(meta), _items(items) {}
 
+message_t::message_t(strings::ustring8 name, item_list&& items, strings::ustring8 meta)
+    : _name(std::move(name)), _meta(std::move(meta)), _items(std::move(items)) {}
+
 unsigned long message_t::argument_count() const {
   unsigned long count = 0;
   for (message_item const& item : _items)

@@ -1,6 +1,7 @@
 // i18n::message_item: a text run or a typed argument of a catalog message.
 #include "vexa/i18n/message_item.hpp"
 
+#include <cstring>
 #include <typeinfo>
 
 #include "vexa/i18n/format_value.hpp"
@@ -37,7 +38,7 @@ void message_item::append_to(std::string& out, generic::varg_list const& args) c
     generic::varg_list::const_iterator found = args.end();
     for (auto it = args.begin(); it != args.end(); ++it) {
       strings::ustring8 const& name = it->name();
-      if (name.size() == _name_end && name.compare(0, _name_end, _data, 0, _name_end) == 0) {
+      if (name.size() == _name_end && std::memcmp(name.data(), _data.data(), _name_end) == 0) {
         found = it;
         break;
       }
@@ -46,7 +47,8 @@ void message_item::append_to(std::string& out, generic::varg_list const& args) c
       types::variant const& value = found->value();
       if (_type == string) {
         // Text is appended straight from the value object; other types convert.
-        if (value.type() == typeid(strings::ustring8))
+        std::type_info const& held = value.type();
+        if (&held == &typeid(strings::ustring8) || held == typeid(strings::ustring8))
           out += static_cast<types::variant_value_t<strings::ustring8> const*>(value.value_object())->value;
         else
           out += value.as_string();

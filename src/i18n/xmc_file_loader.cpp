@@ -277,26 +277,26 @@ bool xmc_file_loader::is_catalog_matched(ustring8 const& name) const {
   return !is_cat_id_set() || _catalog_id == name;
 }
 
-void xmc_file_loader::set_message(message_t const& message, ustring8 const& catalog) {
+void xmc_file_loader::set_message(message_t&& message, ustring8 const& catalog) {
   message_t& stored = _messages[catalog][message.name()];
   if (stored == types::nil ||
       get_locale_weight(message._orginal_locale()) > get_locale_weight(stored._orginal_locale()))
-    stored = message;
+    stored = std::move(message);
 }
 
-void xmc_file_loader::combine_data(catalog_map& catalogs) const {
-  for (auto const& loaded : _messages) {
+void xmc_file_loader::combine_data(catalog_map& catalogs) {
+  for (auto& loaded : _messages) {
     auto found = catalogs.find(loaded.first);
     if (found == catalogs.end())
       found = catalogs.emplace(loaded.first, memory::pointers::shared_pointer<catalog_t>(new catalog_t(loaded.first))).first;
     if (!found->second) throw "unreferanced object";
     catalog_t& target = *found->second;
-    for (auto const& entry : loaded.second) {
-      message_t const& incoming = entry.second;
+    for (auto& entry : loaded.second) {
+      message_t& incoming = entry.second;
       if (!target.has_message(entry.first) ||
           get_locale_weight(target.message(entry.first)._orginal_locale()) <=
               get_locale_weight(incoming._orginal_locale()))
-        target.message(entry.first, incoming);
+        target.message(entry.first, std::move(incoming));
     }
   }
 }
@@ -443,7 +443,7 @@ void xmc_file_loader::parse_catalog(token_iterator& pos, token_iterator const& e
       } else if (is_start(t, "msg")) {
         message_t message = parse_message(pos, end);
         message._orginal_locale(lang);
-        set_message(message, name);
+        set_message(std::move(message), name);
       } else if (is_end(t, "catalog")) {
         ++pos;
         return;
@@ -470,6 +470,7 @@ message_t xmc_file_loader::parse_message(token_iterator& pos, token_iterator con
   });
   try {
     message_t::item_list items;
+    items.reserve(4);
     std::string text;
     bool after_argument = false;
     auto close_text = [&] {
@@ -514,7 +515,7 @@ message_t xmc_file_loader::parse_message(token_iterator& pos, token_iterator con
           if (t.value() == "msg") {
             ++pos;
             close_text();
-            return message_t(name, items, meta);
+            return message_t(std::move(name), std::move(items), std::move(meta));
           }
           ++pos;
           break;

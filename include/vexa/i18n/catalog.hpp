@@ -48,6 +48,7 @@ class VEXA_API catalog_t {
   //   c.message("bye", message_t("bye", {message_item("Tschüss")}, ""));
   //   c.count()   // one more
   void message(strings::ustring8 const& name, message_t const& message);
+  void message(strings::ustring8 const& name, message_t&& message);
 
   bool has_message(strings::ustring8 const& name) const { return _messages.count(name) != 0; }
   unsigned long count() const { return _messages.size(); }

@@ -35,6 +35,8 @@ class VEXA_API message_t {
   message_t();
   message_t(types::nil_t const&);
   message_t(strings::ustring8 const& name, item_list const& items, strings::ustring8 const& meta);
+  // The same, taking the texts and the items over.
+  message_t(strings::ustring8 name, item_list&& items, strings::ustring8 meta);
 
   strings::ustring8 const& name() const { return _name; }
   strings::ustring8 const& meta() const { return _meta; }

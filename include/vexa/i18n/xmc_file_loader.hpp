@@ -168,10 +168,13 @@ class VEXA_API xmc_file_loader {
   // combine_data
   // Merges the loaded catalogs into `catalogs` (new catalogs are created);
   // an existing message is replaced when its weight is not above the new
-  // one's. An empty pointer in `catalogs` throws the text "unreferanced object".
+  // one's. The messages are moved, not copied: afterwards the loader holds
+  // its catalog and message names with empty messages (reset() before
+  // reuse). An empty pointer in `catalogs` throws the text
+  // "unreferanced object".
   //   loader.combine_data(table);   // table["app"]->message("saved")
   //   table["x"].reset(); loader.combine_data(table)   // throws when "x" was loaded
-  void combine_data(catalog_map& catalogs) const;
+  void combine_data(catalog_map& catalogs);
 
   // What the loader holds, for tools and tests.
   strings::ustring8_vector const& languages() const { return _languages; }
@@ -196,7 +199,7 @@ class VEXA_API xmc_file_loader {
   void handle_language(ustring8 const& lang);
   bool is_cat_id_set() const { return !_catalog_id.empty(); }
   bool is_catalog_matched(ustring8 const& name) const;
-  void set_message(message_t const& message, ustring8 const& catalog);
+  void set_message(message_t&& message, ustring8 const& catalog);
 
   // The walk; each step takes the position and the end and throws load_error.
   void read_files(ustring8 const& text, ustring8 const& path);
