@@ -18,6 +18,11 @@ message_item::message_item(strings::ustring8 const& data, type_t type)
   if (_name_end == strings::ustring8::npos) _name_end = _data.size();
 }
 
+message_item::message_item(strings::ustring8&& data, type_t type)
+    : _data(std::move(data)), _type(type), _name_end(_data.find('\x01')) {
+  if (_name_end == strings::ustring8::npos) _name_end = _data.size();
+}
+
 strings::ustring8 message_item::name() const { return _data.substr(0, _name_end); }
 
 strings::ustring8 message_item::options() const { return _data.substr(_name_end); }

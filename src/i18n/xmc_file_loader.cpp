@@ -5,6 +5,7 @@
 
 #include <sys/stat.h>
 
+#include <cstring>
 #include <ostream>
 #include <string>
 
@@ -40,8 +41,19 @@ ustring8 unknown_case(char const* lead, unsigned int value, ustring8 const& s) {
   return text;
 }
 
-bool is_start(token const& t, char const* name) { return t.type() == token::element_start && t.value() == name; }
-bool is_end(token const& t, char const* name) { return t.type() == token::element_end && t.value() == name; }
+// Compares a token's text with a literal, length first.
+template <std::size_t N>
+bool value_is(token const& t, char const (&literal)[N]) {
+  return t.value().size() == N - 1 && std::memcmp(t.value().data(), literal, N - 1) == 0;
+}
+template <std::size_t N>
+bool is_start(token const& t, char const (&name)[N]) {
+  return t.type() == token::element_start && value_is(t, name);
+}
+template <std::size_t N>
+bool is_end(token const& t, char const (&name)[N]) {
+  return t.type() == token::element_end && value_is(t, name);
+}
 bool is_ignorable(token const& t) {
   return t.type() == token::comment || t.type() == token::space || t.type() == token::character;
 }
@@ -549,7 +561,8 @@ message_item xmc_file_loader::parse_message_arg(token_iterator& pos, token_itera
   if (pos == end) throw load_error(unexpected_error, nothing_of_interest);
   if (!is_end(*pos, "arg") && !is_end(*pos, "argument")) throw load_error(arg_end_missing, name);
   ++pos;
-  return message_item(name + options, type);
+  name += options;
+  return message_item(std::move(name), type);
 }
 
 message_item::type_t xmc_file_loader::parse_message_type(ustring8 const& type) {

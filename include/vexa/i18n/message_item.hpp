@@ -61,6 +61,7 @@ class VEXA_API message_item {
   //   message_item("who", message_item::string).name();                 // "who"
   //   message_item("n\x01" "base\x01" "16", message_item::integer).options();   // "\x01" "base\x01" "16"
   message_item(strings::ustring8 const& data, type_t type);
+  message_item(strings::ustring8&& data, type_t type);
 
   type_t type() const { return _type; }
   strings::ustring8 const& data() const { return _data; }
