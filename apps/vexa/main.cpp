@@ -16,14 +16,15 @@ std::vector<command>& registry() {
 }
 
 void print_help(std::ostream& out) {
-  out << "usage: vexa [--help] [--version] <command> [arguments]\n\n"
+  out << "usage: vexa [-h | --help] [-V | --version] <command> [arguments]\n"
+         "       vexa help <command>\n\n"
          "vexa checks and shows what the vexa library does with your texts.\n\n"
          "commands:\n";
   for (command const& c : commands()) {
     std::string head = "  " + c.name + " " + c.usage;
     out << head << "\n      " << c.summary << "\n";
   }
-  out << "\nRun 'vexa <command> --help' for a command's options.\n";
+  out << "\nRun 'vexa help <command>' for a command's options.\n";
 }
 
 }  // namespace
@@ -41,19 +42,42 @@ registrar::registrar(command c) { registry().push_back(std::move(c)); }
 int main(int argc, char** argv) {
   using namespace vexa_cli;
   std::vector<std::string> args(argv + 1, argv + argc);
-  if (args.empty() || args[0] == "--help" || args[0] == "-h" || args[0] == "help") {
-    print_help(args.empty() ? std::cerr : std::cout);
-    return args.empty() ? 2 : 0;
+  auto find = [](std::string const& name) -> command const* {
+    for (command const& c : commands()) {
+      if (c.name == name) return &c;
+    }
+    return nullptr;
+  };
+  if (args.empty()) {
+    print_help(std::cerr);
+    return 2;
   }
-  if (args[0] == "--version") {
+  std::string const& first = args[0];
+  if (first == "--help" || first == "-h" || first == "help") {
+    if (args.size() == 1) {
+      print_help(std::cout);
+      return 0;
+    }
+    // "vexa help CMD" is "vexa CMD --help".
+    command const* c = first == "help" && args.size() == 2 ? find(args[1]) : nullptr;
+    if (c != nullptr) return c->run({"--help"});
+    std::cerr << "vexa: " << (first == "help" && args.size() == 2 ? "unknown command '" + args[1] + "'"
+                                                                    : "unexpected argument '" + args[first == "help" ? 2 : 1] + "'")
+              << " (see 'vexa --help')\n";
+    return 2;
+  }
+  if (first == "--version" || first == "-V") {
+    if (args.size() > 1) {
+      std::cerr << "vexa: unexpected argument '" << args[1] << "' (see 'vexa --help')\n";
+      return 2;
+    }
     std::cout << "vexa " << VEXA_VERSION_TEXT << "\n";
     return 0;
   }
-  for (command const& c : commands()) {
-    if (c.name == args[0]) {
-      return c.run(std::vector<std::string>(args.begin() + 1, args.end()));
-    }
+  if (command const* c = find(first)) {
+    return c->run(std::vector<std::string>(args.begin() + 1, args.end()));
   }
-  std::cerr << "vexa: unknown command '" << args[0] << "' (see 'vexa --help')\n";
+  std::cerr << "vexa: unknown " << (first.size() > 1 && first[0] == '-' ? "option" : "command") << " '"
+            << first << "' (see 'vexa --help')\n";
   return 2;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "command.hpp"
+#include "options.hpp"
 #include "tour/section.hpp"
 
 namespace {
@@ -15,26 +16,20 @@ std::string lowered(std::string text) {
   return text;
 }
 
+vexa_cli::syntax const tour_syntax{
+    "tour",
+    "[TOPIC...]",
+    "Shows what the library does, section by section, on built-in examples.\n"
+    "With TOPICs, only the sections whose title contains one of them (any case).",
+    {{"list", 0, "", "list the section titles instead of showing them"}},
+};
+
 int run(std::vector<std::string> const& args) {
-  bool list = false;
+  vexa_cli::parsed_options opts;
+  if (auto status = vexa_cli::parse_options(tour_syntax, args, opts)) return *status;
+  bool const list = opts.has("list");
   std::vector<std::string> topics;
-  for (std::string const& a : args) {
-    if (a == "--help" || a == "-h") {
-      std::cout << "usage: vexa tour [--list] [TOPIC...]\n\n"
-                   "Shows what the library does, section by section, on built-in examples.\n\n"
-                   "  --list   list the sections\n"
-                   "  TOPIC    show only the sections whose title contains TOPIC (any case)\n";
-      return 0;
-    }
-    if (a == "--list") {
-      list = true;
-    } else if (!a.empty() && a[0] == '-') {
-      std::cerr << "vexa tour: unknown option '" << a << "' (see 'vexa tour --help')\n";
-      return 2;
-    } else {
-      topics.push_back(lowered(a));
-    }
-  }
+  for (std::string const& a : opts.operands()) topics.push_back(lowered(a));
 
   int shown = 0;
   for (vexa_cli::tour::section const& s : vexa_cli::tour::sections()) {

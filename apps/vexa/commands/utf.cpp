@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "command.hpp"
+#include "options.hpp"
 #include "vexa/strings/unicode.hpp"
 
 namespace {
@@ -217,62 +218,53 @@ void write_file(std::string const& path, std::string const& data) {
   }
 }
 
-void print_help(std::ostream& out) {
-  out << "usage: vexa utf [--from ENC] [--to ENC] [--bom] [-o FILE] [FILE]\n\n"
-         "Transcodes FILE (or standard input) between Unicode encodings.\n\n"
-         "  --from ENC   encoding of the input; without it a byte-order mark decides,\n"
-         "               else the input is UTF-8. A leading byte-order mark of the\n"
-         "               input encoding is dropped.\n"
-         "  --to ENC     encoding of the output (default UTF-8)\n"
-         "  --bom        start the output with a byte-order mark\n"
-         "  -o FILE      write to FILE instead of standard output; it is only\n"
-         "               created when the whole input converts\n"
-         "  --help       show this text\n\n"
-         "ENC is one of UTF-8, UTF-16LE, UTF-16BE, UTF-32LE, UTF-32BE (any case).\n"
-         "Malformed input (bad sequences, unpaired surrogates, values above\n"
-         "U+10FFFF, a cut-off last unit) is reported with its byte offset and the\n"
-         "command exits with status 1.\n";
-}
+vexa_cli::syntax const utf_syntax{
+    "utf",
+    "[FILE]",
+    "Transcodes FILE (or standard input, also for '-') between Unicode encodings.",
+    {
+        {"from", 0, "ENC", "encoding of the input; without it a byte-order mark decides,\n"
+                           "else the input is UTF-8. A leading byte-order mark of the\n"
+                           "input encoding is dropped."},
+        {"to", 0, "ENC", "encoding of the output (default UTF-8)"},
+        {"bom", 0, "", "start the output with a byte-order mark"},
+        {"output", 'o', "FILE", "write to FILE instead of standard output; it is only\n"
+                                "created when the whole input converts", true},
+    },
+    0,
+    1,
+    true,
+    "ENC is one of UTF-8, UTF-16LE, UTF-16BE, UTF-32LE, UTF-32BE (any case).\n"
+    "Malformed input (bad sequences, unpaired surrogates, values above\n"
+    "U+10FFFF, a cut-off last unit) is reported with its byte offset and the\n"
+    "command exits with status 1.",
+};
 
 int run(std::vector<std::string> const& args) {
+  vexa_cli::parsed_options opts;
+  if (auto status = vexa_cli::parse_options(utf_syntax, args, opts)) return *status;
   std::optional<form> from;
   form to = form::utf8;
-  bool mark = false;
-  std::string output;
-  std::string input;
+  bool const mark = opts.has("bom");
+  std::string const output = opts.value("output");
+  std::string const input = opts.operands().empty() ? std::string("-") : opts.operands()[0];
   try {
-    for (std::size_t i = 0; i < args.size(); ++i) {
-      std::string const& a = args[i];
-      auto value = [&]() -> std::string const& {
-        if (i + 1 >= args.size()) throw failure{2, a + " needs a value (see 'vexa utf --help')"};
-        return args[++i];
-      };
-      if (a == "--help" || a == "-h") {
-        print_help(std::cout);
-        return 0;
-      } else if (a == "--from" || a == "--to") {
-        std::string const& text = value();
-        std::optional<form> const f = parse_form(text);
-        if (!f) throw failure{2, "unknown encoding '" + text + "' (UTF-8, UTF-16LE, UTF-16BE, UTF-32LE, UTF-32BE)"};
-        if (a == "--from") {
-          from = f;
-        } else {
-          to = *f;
-        }
-      } else if (a == "--bom") {
-        mark = true;
-      } else if (a == "-o" || a == "--output") {
-        output = value();
-      } else if (a.size() > 1 && a[0] == '-') {
-        throw failure{2, "unknown option '" + a + "' (see 'vexa utf --help')"};
-      } else if (input.empty()) {
-        input = a;
+    for (char const* which : {"from", "to"}) {
+      if (!opts.has(which)) continue;
+      std::string const text = opts.value(which);
+      std::optional<form> const f = parse_form(text);
+      if (!f) {
+        return vexa_cli::usage_error(utf_syntax, "unknown encoding '" + text +
+                                                     "' (UTF-8, UTF-16LE, UTF-16BE, UTF-32LE, UTF-32BE)");
+      }
+      if (which[0] == 'f') {
+        from = f;
       } else {
-        throw failure{2, "only one input file may be given"};
+        to = *f;
       }
     }
 
-    std::string const shown = input.empty() || input == "-" ? "<stdin>" : input;
+    std::string const shown = input == "-" ? "<stdin>" : input;
     std::string data;
     if (shown == "<stdin>") {
       data = read_all(stdin);
