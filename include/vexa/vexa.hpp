@@ -36,4 +36,16 @@
 #include "vexa/system/file.hpp"
 #include "vexa/system/io.hpp"
 
+#include "vexa/config/base_config_item.hpp"
+#include "vexa/config/commandline_item.hpp"
+#include "vexa/config/config_dispatch.hpp"
+#include "vexa/config/config_manager.hpp"
+#include "vexa/config/config_token.hpp"
+#include "vexa/config/config_tree.hpp"
+#include "vexa/config/enviroment_item.hpp"
+#include "vexa/config/file_item.hpp"
+#include "vexa/config/module_config_dispatch.hpp"
+#include "vexa/config/std_config_dispatch.hpp"
+#include "vexa/config/user_item.hpp"
+
 #endif  // VEXA_VEXA_HPP
