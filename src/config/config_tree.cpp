@@ -140,11 +140,14 @@ void config_tree::get_value_pair_array(ustring8 const& key, pair_array& result, 
                                        ustring8 const& prefix) const {
   config_tree const* node = find_node(key);
   if (node == nullptr) return;
+  // One path text shared by all levels: a frame remembers how much of it is
+  // its own prefix, so a deep tree costs no copy of the prefix per level.
   struct frame {
     children_type::const_iterator next, end;
-    ustring8 prefix;
+    std::size_t prefix_length;
   };
-  std::vector<frame> work{{node->_children.begin(), node->_children.end(), prefix}};
+  ustring8 path = prefix;
+  std::vector<frame> work{{node->_children.begin(), node->_children.end(), path.size()}};
   while (!work.empty()) {
     frame& top = work.back();
     if (top.next == top.end) {
@@ -153,11 +156,13 @@ void config_tree::get_value_pair_array(ustring8 const& key, pair_array& result, 
     }
     auto const& child = *top.next++;
     if (!child.second) continue;
-    result.emplace_back(top.prefix + child.first, child.second->_entry);
+    path.resize(top.prefix_length);
+    path += child.first;
+    result.emplace_back(path, child.second->_entry);
     if (recursive && !child.second->_children.empty()) {
-      ustring8 deeper = top.prefix + child.first + ".";
+      path += '.';
       config_tree const* below = child.second.get();
-      work.push_back({below->_children.begin(), below->_children.end(), std::move(deeper)});
+      work.push_back({below->_children.begin(), below->_children.end(), path.size()});
     }
   }
 }

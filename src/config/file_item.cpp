@@ -195,9 +195,10 @@ void file_item::parse(ustring8 const& text) {
 bool file_item::save(config_item_list&) {
   if (_file_name.empty()) return false;
   ustring8 out;
+  // One path text shared by all levels (see config_tree::get_value_pair_array).
   struct frame {
     config_tree::children_type::const_iterator next, end;
-    ustring8 prefix;
+    std::size_t prefix_length;
     unsigned long elements;  // children "0".."elements-1" were written on the array's line
   };
   auto is_element = [](ustring8 const& name, unsigned long elements) {
@@ -207,7 +208,8 @@ bool file_item::save(config_item_list&) {
     }
     return (name.size() == 1 || name[0] != '0') && std::stoul(name) < elements;
   };
-  std::vector<frame> work{{_tree.children().begin(), _tree.children().end(), ustring8(), 0}};
+  ustring8 key;
+  std::vector<frame> work{{_tree.children().begin(), _tree.children().end(), 0, 0}};
   while (!work.empty()) {
     frame& top = work.back();
     if (top.next == top.end) {
@@ -216,7 +218,8 @@ bool file_item::save(config_item_list&) {
     }
     auto const& child = *top.next++;
     if (!child.second || is_element(child.first, top.elements)) continue;
-    ustring8 const key = top.prefix + child.first;
+    key.resize(top.prefix_length);
+    key += child.first;
     config_tree const& node = *child.second;
     unsigned int const flags = node.entry().first;
     unsigned long elements = 0;
@@ -232,7 +235,8 @@ bool file_item::save(config_item_list&) {
       out += key + " = " + written_value(node.entry().second.as_string(), false) + "\n";
     }
     if (!node.children().empty()) {
-      work.push_back({node.children().begin(), node.children().end(), key + ".", elements});
+      key += '.';
+      work.push_back({node.children().begin(), node.children().end(), key.size(), elements});
     }
   }
   return system::store_file(_file_name, out) == 0;
