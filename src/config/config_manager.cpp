@@ -1,7 +1,16 @@
 #include "vexa/config/config_manager.hpp"
 
+#include <cstdint>
 #include <ostream>
 #include <set>
+#include <string>
+#include <typeinfo>
+#include <unordered_map>
+
+#include "vexa/config/commandline_item.hpp"
+#include "vexa/config/enviroment_item.hpp"
+#include "vexa/config/file_item.hpp"
+#include "vexa/config/user_item.hpp"
 
 namespace VEXA_2_10 {
 namespace config {
@@ -13,10 +22,53 @@ namespace {
 
 bool is_array_entry(entry_type const* entry) { return entry != nullptr && (entry->first & 3u) == 3u; }
 
+// The library's own sources answer get_value from their trees alone.
+bool answers_from_its_tree(base_config_item const& item) {
+  std::type_info const& type = typeid(item);
+  return type == typeid(file_item) || type == typeid(commandline_item) || type == typeid(enviroment_item) ||
+         type == typeid(user_item);
+}
+
+constexpr std::size_t longest_remembered_key = 256;
+constexpr std::size_t most_remembered_answers = 1u << 16;
+
 }  // namespace
 
-config_manager::config_manager() = default;
+// What get_value answered, valid while every source's tree has the generation
+// noted here.
+struct config_manager::answers {
+  std::vector<std::pair<base_config_item const*, std::uint64_t>> generations;
+  bool usable = false;
+  std::unordered_map<std::string, types::variant> values;
+};
+
+config_manager::config_manager() : _answers(new answers) {}
 config_manager::~config_manager() = default;
+
+bool config_manager::answers_valid() {
+  answers& a = *_answers;
+  bool same = a.generations.size() == _items.size();
+  if (same) {
+    auto noted = a.generations.begin();
+    for (auto const& item : _items) {
+      if (noted->first != item.get() || (item && noted->second != item->tree().generation())) {
+        same = false;
+        break;
+      }
+      ++noted;
+    }
+  }
+  if (!same) {
+    a.values.clear();
+    a.generations.clear();
+    a.usable = true;
+    for (auto const& item : _items) {
+      a.generations.emplace_back(item.get(), item ? item->tree().generation() : 0);
+      if (item && !answers_from_its_tree(*item)) a.usable = false;
+    }
+  }
+  return a.usable;
+}
 
 void config_manager::init(config_dispatch const& dispatch) {
   _items.clear();
@@ -31,6 +83,20 @@ void config_manager::unload() {
 }
 
 types::variant config_manager::get_value(ustring8 const& key) {
+  if (key.size() > longest_remembered_key || !answers_valid()) return resolve(key);
+  auto& values = _answers->values;
+  auto const known = values.find(key);
+  if (known != values.end()) return known->second;
+  types::variant value = resolve(key);
+  if (values.size() < most_remembered_answers) {
+    // A private copy of the value object, made right after the table's node,
+    // usually shares its cache line: a repeated look-up touches less memory.
+    values.emplace(key, types::variant(value.value_object()->clone()));
+  }
+  return value;
+}
+
+types::variant config_manager::resolve(ustring8 const& key) {
   // The visited keys are only gathered once a reference is met: a plain
   // look-up allocates nothing.
   std::set<ustring8> visited;

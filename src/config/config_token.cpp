@@ -2,6 +2,8 @@
 // base_config_item::get_token.
 #include "vexa/config/config_token.hpp"
 
+#include <ctype.h>
+
 #include <cctype>
 #include <cstring>
 #include <limits>
@@ -78,6 +80,10 @@ bool is_operator(char c) {
   }
 }
 
+bool is_class(unsigned short const* classes, char c, int mask) {
+  return (classes[static_cast<unsigned char>(c)] & mask) != 0;
+}
+
 // The two-byte form when `next` is '=', else the one-byte form.
 tok with_eq(char next, tok two, tok one) { return next == '=' ? two : one; }
 
@@ -104,6 +110,9 @@ config_token::tok_types base_config_item::get_token(strings::ustring8 const& tex
     return config_token::T_SPACE;
   }
 
+  // The C library's own class table for the current locale, read inline:
+  // the same answers as isalpha and isdigit without a call per byte.
+  unsigned short const* const classes = *__ctype_b_loc();
   char const c = s[at];
   char const next = at + 1 < length ? s[at + 1] : '\0';
   tok kind;
@@ -158,15 +167,15 @@ config_token::tok_types base_config_item::get_token(strings::ustring8 const& tex
     token.value.assign(s + first, end - first);
     kind = returned = config_token::T_STRING;
     at = end + 1;  // past the closing quote, or one past the end when there is none
-  } else if (isConfigDigit(c)) {
+  } else if (is_class(classes, c, _ISdigit)) {
     std::uint32_t end = at + 1;
-    while (end < length && isConfigDigit(s[end])) ++end;
+    while (end < length && is_class(classes, s[end], _ISdigit)) ++end;
     token.value.assign(s + at, end - at);
     kind = returned = config_token::T_NUM;
     at = end;
-  } else if (isConfigAlpha(c)) {
+  } else if (is_class(classes, c, _ISalpha)) {
     std::uint32_t end = at + 1;
-    while (end < length && isConfigAlpha(s[end])) ++end;
+    while (end < length && is_class(classes, s[end], _ISalpha)) ++end;
     token.value.assign(s + at, end - at);
     kind = returned = config_token::T_VAR;
     at = end;

@@ -1,5 +1,6 @@
 #include "vexa/config/config_tree.hpp"
 
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -15,6 +16,7 @@ using memory::pointers::rc_pointer;
 using strings::ustring8;
 
 config_tree::config_tree() : _entry(0u, types::variant()) {}
+config_tree::config_tree(types::variant const& empty) : _entry(0u, empty) {}
 
 config_tree::config_tree(config_tree const& other)
     : clone_ability(other), reference_count_pointer_ability(other), _entry(other._entry) {
@@ -28,6 +30,7 @@ config_tree& config_tree::operator=(config_tree const& other) {
     release_children();
     _children.swap(copy._children);
     _entry = copy._entry;
+    ++_generation;
   }
   return *this;
 }
@@ -61,6 +64,7 @@ void config_tree::copy_children_from(config_tree const& other) {
 // Children that this tree alone holds are emptied before they are let go, so
 // no destructor has grandchildren left to release in turn.
 void config_tree::release_children() {
+  ++_generation;
   std::vector<rc_pointer<config_tree>> pending;
   for (auto& child : _children) pending.push_back(std::move(child.second));
   _children.clear();
@@ -102,17 +106,26 @@ config_tree::entry_type const* config_tree::get_node(ustring8 const& key) const 
 }
 
 config_tree* config_tree::make_node(ustring8 const& key) {
+  ++_generation;
   _private::key_walk walk(key);
   std::string buffer;
   config_tree* node = this;
+  // The nodes made by one call share one empty value instead of one each.
+  std::optional<types::variant> empty;
+  auto fresh = [&empty]() {
+    if (!empty) empty.emplace();
+    auto* made = new config_tree(*empty);
+    made->set_owned(true);
+    return rc_pointer<config_tree>(made);
+  };
   bool last = false;
   do {
     std::string_view const name = walk.next(buffer, last);
-    auto found = node->_children.find(name);
-    if (found == node->_children.end()) {
-      found = node->_children.emplace_hint(found, ustring8(buffer), memory::pointers::make_rc<config_tree>());
+    auto found = node->_children.lower_bound(name);
+    if (found == node->_children.end() || std::string_view(found->first) != name) {
+      found = node->_children.emplace_hint(found, ustring8(name), fresh());
     } else if (!found->second) {
-      found->second = memory::pointers::make_rc<config_tree>();
+      found->second = fresh();
     }
     node = found->second.get();
   } while (!last);

@@ -197,7 +197,7 @@ bool file_item::save(config_item_list&) {
   ustring8 out;
   // One path text shared by all levels (see config_tree::get_value_pair_array).
   struct frame {
-    config_tree::children_type::const_iterator next, end;
+    config_tree::child_list::const_iterator next, end;
     std::size_t prefix_length;
     unsigned long elements;  // children "0".."elements-1" were written on the array's line
   };

@@ -29,16 +29,24 @@ class key_walk {
  public:
   explicit key_walk(std::string_view key) : _key(key), _at(0), _done(false) {}
 
-  // Folds the next component into `buffer` (reusing its storage) and returns
-  // it as a view; `last` tells whether it is the final component.
+  // The next component, lower-cased: a view into the key itself when no byte
+  // needs folding, else into `buffer` (its storage reused). `last` tells
+  // whether it is the final component.
   std::string_view next(std::string& buffer, bool& last) {
-    std::size_t end = _at;
-    while (end < _key.size() && !isConfigDotSlash(_key[end])) ++end;
-    buffer.resize(end - _at);
-    for (std::size_t i = _at; i < end; ++i) buffer[i - _at] = fold_byte(_key[i]);
+    std::size_t const begin = _at;
+    std::size_t end = begin;
+    bool plain = true;
+    for (; end < _key.size(); ++end) {
+      char const c = _key[end];
+      if (c == '.' || c == '/' || c == '\\') break;
+      if (plain && fold_byte(c) != c) plain = false;
+    }
     last = end + 1 >= _key.size();
     _at = end + 1;
     _done = last;
+    if (plain) return _key.substr(begin, end - begin);
+    buffer.assign(_key.data() + begin, end - begin);
+    for (char& c : buffer) c = fold_byte(c);
     return std::string_view(buffer.data(), buffer.size());
   }
   bool done() const { return _done; }

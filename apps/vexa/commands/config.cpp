@@ -89,7 +89,7 @@ int run_dump(std::vector<std::string> const& args) {
 // as key[i], an array's other children as key.name.
 void list_keys(config::config_tree const& tree, std::ostream& out) {
   struct frame {
-    config::config_tree::children_type::const_iterator next, end;
+    config::config_tree::child_list::const_iterator next, end;
     std::string prefix;
     std::size_t elements;  // children "0".."elements-1" were printed as key[i]
   };

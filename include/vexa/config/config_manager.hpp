@@ -21,6 +21,12 @@
 //   name order, named relative to the key ("port", "sub.x").
 // - `init` a second time replaces the dispatch and the sources. A manager is
 //   not copyable.
+// - `get_value` remembers its answers while no source changes: every tree
+//   counts its changes (config_tree::generation), and the answers are dropped
+//   as soon as one count moves. This is done only while every source is one
+//   of the library's own classes (a source of another class may answer
+//   get_value from elsewhere than its tree); keys over 256 bytes are never
+//   remembered.
 //
 //   config::config_manager manager;
 //   manager.init(config::std_config_dispatch(argc, argv, envp, "tool.cfg", ""));
@@ -115,8 +121,13 @@ class VEXA_API config_manager {
 
   // ---- implementation details ----
  private:
+  struct answers;
+  types::variant resolve(strings::ustring8 const& key);
+  bool answers_valid();
+
   std::unique_ptr<config_dispatch> _dispatch;
   config_item_list _items;
+  std::unique_ptr<answers> _answers;
 };
 
 // Dumps the manager.

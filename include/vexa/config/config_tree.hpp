@@ -30,9 +30,12 @@
 #ifndef VEXA_CONFIG_CONFIG_TREE_HPP
 #define VEXA_CONFIG_CONFIG_TREE_HPP
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <iosfwd>
 #include <map>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -166,13 +169,67 @@ class VEXA_API config_tree : public generic::abilities::clone_ability,
   //   config_tree().dump(out, 1);                // "|\t\tend\n"
   std::ostream& dump(std::ostream& os, int depth);
 
-  // The node's own entry and children, for callers that walk the tree.
+  // child_list
+  // A read-only view of a node's children in name order: each element is
+  // (name, node), the node reached only as const, so every change to a tree
+  // goes through the members of the tree it was made in.
+  //   for (auto const& child : tree.children()) std::cout << child.first;
+  //   tree.children().find("net") != tree.children().end();
+  class child_list {
+   public:
+    using value_type = std::pair<strings::ustring8 const&, config_tree const*>;
+    class const_iterator {
+     public:
+      struct arrow {
+        value_type value;
+        value_type const* operator->() const { return &value; }
+      };
+      const_iterator() = default;
+      explicit const_iterator(children_type::const_iterator at) : _at(at) {}
+      value_type operator*() const { return value_type(_at->first, _at->second.get()); }
+      arrow operator->() const { return arrow{**this}; }
+      const_iterator& operator++() {
+        ++_at;
+        return *this;
+      }
+      const_iterator operator++(int) {
+        const_iterator before = *this;
+        ++_at;
+        return before;
+      }
+      bool operator==(const_iterator const& other) const { return _at == other._at; }
+      bool operator!=(const_iterator const& other) const { return _at != other._at; }
+
+     private:
+      children_type::const_iterator _at{};
+    };
+    explicit child_list(children_type const& children) : _children(&children) {}
+    const_iterator begin() const { return const_iterator(_children->begin()); }
+    const_iterator end() const { return const_iterator(_children->end()); }
+    const_iterator find(std::string_view name) const { return const_iterator(_children->find(name)); }
+    bool empty() const { return _children->empty(); }
+    std::size_t size() const { return _children->size(); }
+
+   private:
+    children_type const* _children;
+  };
+
+  // The node's own entry and its children, for callers that walk the tree.
   entry_type const& entry() const { return _entry; }
-  children_type const& children() const { return _children; }
+  child_list children() const { return child_list(_children); }
+
+  // generation
+  // A number that grows with every change made through this object's members
+  // (set_node, erase, assignment, and the sources' set_array): two equal
+  // readings mean the tree did not change in between.
+  //   auto g = tree.generation(); tree.set_node("x", 1, 0);
+  //   tree.generation() != g;   // true
+  std::uint64_t generation() const { return _generation; }
 
   // ---- implementation details ----
  private:
   friend class base_config_item;  // fills array nodes in place
+  explicit config_tree(types::variant const& empty);
   config_tree const* find_node(strings::ustring8 const& key) const;
   config_tree* make_node(strings::ustring8 const& key);
   void copy_children_from(config_tree const& other);
@@ -180,6 +237,7 @@ class VEXA_API config_tree : public generic::abilities::clone_ability,
 
   children_type _children;
   entry_type _entry;
+  std::uint64_t _generation = 0;
 };
 
 // Dumps the tree from depth 0.
