@@ -138,3 +138,58 @@ TEST_F(config_manager_test, dump_texts) {
 }
 
 }  // namespace
+
+namespace {
+
+// A source that answers from elsewhere than its tree: the manager must ask it
+// every time.
+class counting_item : public config::user_item {
+ public:
+  entry_type const* get_value(ustring8 const& key) const override {
+    _entry = entry_type(1u, types::variant(static_cast<int>(++_asked)));
+    return key == "dynamic" ? &_entry : nullptr;
+  }
+  counting_item* clone() const override { return new counting_item(*this); }
+
+ private:
+  mutable int _asked = 0;
+  mutable entry_type _entry;
+};
+
+class single_source : public config::config_dispatch {
+ public:
+  explicit single_source(bool counting) : _counting(counting) {}
+  void setup(config::config_item_list& items) override {
+    if (_counting) {
+      items.push_back(memory::pointers::make_rc<counting_item>());
+    } else {
+      items.push_back(memory::pointers::make_rc<config::user_item>());
+    }
+  }
+  single_source* clone() const override { return new single_source(*this); }
+
+ private:
+  bool _counting;
+};
+
+TEST(config_manager_answers, follow_every_change_of_a_source) {
+  config_manager manager;
+  manager.init(single_source(false));
+  auto item = manager.get_config_item("user item");
+  EXPECT_TRUE(manager.get_value("k") == types::nil);
+  item->set("k", 1);
+  EXPECT_EQ(manager.get_value("k").as_int(), 1);
+  item->set("K", 2);
+  EXPECT_EQ(manager.get_value("k").as_int(), 2);
+  item->set_array("k", generic::varg_list(generic::argument(3)), generic::varg_list());
+  EXPECT_TRUE(manager.get_value("k") == types::nil);
+  manager.unload();
+  EXPECT_FALSE(manager.is_array("k"));
+  EXPECT_TRUE(manager.get_value("k") == types::nil);
+
+  manager.init(single_source(true));
+  EXPECT_EQ(manager.get_value("dynamic").as_int(), 1);
+  EXPECT_EQ(manager.get_value("dynamic").as_int(), 2);  // asked again, not remembered
+}
+
+}  // namespace
