@@ -50,6 +50,21 @@ namespace VEXA_2_10 {
 namespace config {
 namespace _private {
 
+// name_less
+// Byte order of names (as unsigned bytes, like std::string's compare), taking
+// any mix of strings and string views; written out so that the short names of
+// a configuration compare without a call.
+struct name_less {
+  using is_transparent = void;
+  bool operator()(std::string_view a, std::string_view b) const {
+    std::size_t const n = a.size() < b.size() ? a.size() : b.size();
+    for (std::size_t i = 0; i < n; ++i) {
+      if (a[i] != b[i]) return static_cast<unsigned char>(a[i]) < static_cast<unsigned char>(b[i]);
+    }
+    return a.size() < b.size();
+  }
+};
+
 // deep_copy_map<K, P>
 // An ordered map (byte order of the keys; look-ups may pass any text that
 // compares with K, such as a std::string_view) whose copies clone what the
@@ -60,9 +75,9 @@ namespace _private {
 //   deep_copy_map<ustring8, rc_pointer<config_tree>> copy = tree_children;  // new nodes
 //   copy.begin()->second != tree_children.begin()->second;                 // true
 template <class K, class P>
-class deep_copy_map : public std::map<K, P, std::less<>> {
+class deep_copy_map : public std::map<K, P, name_less> {
  public:
-  using base_type = std::map<K, P, std::less<>>;
+  using base_type = std::map<K, P, name_less>;
 
   deep_copy_map() = default;
   deep_copy_map(deep_copy_map const& other) : base_type() { copy_from(other); }
