@@ -57,5 +57,16 @@
 #include "vexa/i18n/message_catalogs.hpp"
 #include "vexa/i18n/message_item.hpp"
 #include "vexa/i18n/xmc_file_loader.hpp"
+#include "vexa/config/base_config_item.hpp"
+#include "vexa/config/commandline_item.hpp"
+#include "vexa/config/config_dispatch.hpp"
+#include "vexa/config/config_manager.hpp"
+#include "vexa/config/config_token.hpp"
+#include "vexa/config/config_tree.hpp"
+#include "vexa/config/enviroment_item.hpp"
+#include "vexa/config/file_item.hpp"
+#include "vexa/config/module_config_dispatch.hpp"
+#include "vexa/config/std_config_dispatch.hpp"
+#include "vexa/config/user_item.hpp"
 
 #endif  // VEXA_VEXA_HPP
