@@ -51,12 +51,14 @@
 #include "vexa/serialization/serialize_text_buf.hpp"
 #include "vexa/serialization/labeled_serialize_buffer.hpp"
 #include "vexa/serialization/labeled_text_buffer.hpp"
+
 #include "vexa/i18n/catalog.hpp"
 #include "vexa/i18n/format_value.hpp"
 #include "vexa/i18n/message.hpp"
 #include "vexa/i18n/message_catalogs.hpp"
 #include "vexa/i18n/message_item.hpp"
 #include "vexa/i18n/xmc_file_loader.hpp"
+
 #include "vexa/config/base_config_item.hpp"
 #include "vexa/config/commandline_item.hpp"
 #include "vexa/config/config_dispatch.hpp"
