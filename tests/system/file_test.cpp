@@ -101,6 +101,12 @@ TEST(SystemFile, CreateDirectoryMakesThePrefixesBeforeEachSlash) {
     for (char const* p : c.made) EXPECT_TRUE(sys::io::is_directory(ustring8(p))) << p;
     for (char const* p : c.not_made) EXPECT_FALSE(on_disk(p)) << p;
   }
+  {  // a run of separators: "q" is made, then each longer prefix exists already
+    vexa_test::temp_directory tmp;
+    vexa_test::working_directory here(tmp.path());
+    EXPECT_FALSE(sys::create_directory(ustring8("q" + std::string(100000, '/'))));
+    EXPECT_TRUE(sys::io::is_directory(ustring8("q")));
+  }
   vexa_test::temp_directory tmp;  // absolute paths: the existing prefixes fail quietly
   EXPECT_TRUE(sys::create_directory(u16(tmp / "p/q/")));
   EXPECT_TRUE(sys::create_directory(u32(tmp / "p/q")));  // exists: true at once
