@@ -211,6 +211,10 @@ TEST(SystemFile, OddPathsGiveTheFailureResults) {
   EXPECT_EQ(sys::store_file(ustring8(5000, 'n'), ustring8("x")), 1);
   EXPECT_FALSE(sys::create_directory(ustring8("n\0/m/", 5)));
   EXPECT_FALSE(sys::create_directory(lone32));
+  // A NUL that appears only in the UTF-8 form (U+0000, or a negative unit whose low byte is 0).
+  EXPECT_EQ(sys::store_file(strings::ustring16{'g', 0, 'x'}, ustring8("x")), 1);
+  EXPECT_EQ(sys::store_file(strings::ustring32{'g', static_cast<wchar_t>(0xFFFFFF00u)}, ustring8("x")), 1);
+  EXPECT_FALSE(sys::create_directory(strings::ustring16{'n', 0, '/', 'm', '/'}));
   EXPECT_FALSE(on_disk("g") || on_disk("n"));
   EXPECT_EQ(sys::load_file(u16("-1"), content), 0);  // the real name still works
   EXPECT_EQ(content, "minus one");
