@@ -9,6 +9,8 @@
 // io/output_file.hpp: a file target is replaced only when the whole input
 // converted; standard output, devices and FIFOs have by then received the
 // text before the fault.
+#include <malloc.h>
+
 #include <cstring>
 #include <exception>
 #include <iostream>
@@ -30,7 +32,7 @@ using namespace vexa_cli::utf;
 
 // Bytes read at a time: large enough for the transforms' fast paths, small
 // enough to stay in the caches.
-constexpr std::size_t block_size = 256 * 1024;
+constexpr std::size_t block_size = 64 * 1024;
 
 vexa_cli::syntax const utf_syntax{
     "utf",
@@ -76,11 +78,18 @@ std::string describe(std::string const& input, form source, fault const& f) {
 // Streams `in` to `out`; returns the fault's description, or nothing.
 std::optional<std::string> transcode(vexa_cli::input_file& in, std::optional<form> from, form to,
                                      bool mark, vexa_cli::output_file& out) {
-  std::vector<unsigned char> buffer(block_size + 4);
+  // The transforms allocate their results per block: keep that memory in the
+  // heap between blocks instead of mapping fresh pages each time.
+  mallopt(M_MMAP_THRESHOLD, 16 * 1024 * 1024);
+  mallopt(M_TRIM_THRESHOLD, 64 * 1024 * 1024);
+  // UTF-8 blocks are read straight into the string handed to the transforms:
+  // it is cut to the checked prefix for the call, then grown back.
+  vexa::strings::ustring8 buffer(block_size + 4, '\0');
+  auto bytes = [&buffer](std::size_t at) { return reinterpret_cast<unsigned char*>(&buffer[at]); };
   // The first bytes decide the form when no --from names it.
-  std::size_t have = in.read_full(buffer.data(), 4);
-  form const source = from ? *from : detect_mark(reinterpret_cast<char const*>(buffer.data()), have).value_or(form::utf8);
-  std::size_t start = mark_length(reinterpret_cast<char const*>(buffer.data()), have, source);
+  std::size_t have = in.read_full(bytes(0), 4);
+  form const source = from ? *from : detect_mark(buffer.data(), have).value_or(form::utf8);
+  std::size_t start = mark_length(buffer.data(), have, source);
   checker check(source, start);
   transcoder convert(source, to);
   if (mark) {
@@ -88,21 +97,29 @@ std::optional<std::string> transcode(vexa_cli::input_file& in, std::optional<for
     out.write(m.data(), m.size());
   }
   for (;;) {
-    std::size_t const got = in.read(buffer.data() + have, buffer.size() - have);
+    std::size_t const got = in.read(bytes(have), buffer.size() - have);
     have += got;
     std::size_t const text = have - start;
     if (got == 0 && text == 0) return std::nullopt;
-    std::size_t const ok = check.check(buffer.data() + start, text);
-    convert.convert(buffer.data() + start, ok, out);
+    std::size_t const ok = check.check(bytes(start), text);
+    unsigned char carried[4];
+    std::size_t const carry = check.failed() ? 0 : text - ok;
+    std::memcpy(carried, bytes(start + ok), carry);
+    if (source == form::utf8 && start == 0) {
+      buffer.resize(ok);
+      convert.convert(buffer, out);
+      buffer.resize(block_size + 4, '\0');
+    } else {
+      convert.convert(bytes(start), ok, out);
+    }
     if (check.failed()) return describe(in.name(), source, check.failure());
     if (got == 0) {
       // The input ended inside a character.
-      if (ok < text) return describe(in.name(), source, check.finish(buffer.data() + start + ok, text - ok));
+      if (carry != 0) return describe(in.name(), source, check.finish(carried, carry));
       return std::nullopt;
     }
-    // Carry the unfinished character to the front.
-    std::memmove(buffer.data(), buffer.data() + start + ok, text - ok);
-    have = text - ok;
+    std::memcpy(bytes(0), carried, carry);
+    have = carry;
     start = 0;
   }
 }

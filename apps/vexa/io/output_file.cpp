@@ -167,7 +167,7 @@ void output_file::flush_buffer() {
 void output_file::write(void const* data, std::size_t size) {
   if (committed_) throw io_error(io_message(name_, "cannot write", EBADF));
   char const* const bytes = static_cast<char const*>(data);
-  if (buffer_.size() + size <= gather_size) {
+  if (size < gather_size / 4 && buffer_.size() + size <= gather_size) {
     if (buffer_.capacity() < gather_size) buffer_.reserve(gather_size);
     buffer_.append(bytes, size);
     return;

@@ -18,13 +18,13 @@ std::uint32_t unit32(unsigned char const* p, bool big) {
 
 bool is_continuation(unsigned char b) { return (b & 0xC0) == 0x80; }
 
-// Whether any of the 16 bytes at `p` has its high bit set.
-bool any_high_bit(unsigned char const* p) {
-  std::uint64_t a;
-  std::uint64_t b;
-  std::memcpy(&a, p, 8);
-  std::memcpy(&b, p + 8, 8);
-  return ((a | b) & 0x8080808080808080u) != 0;
+// The index of the first byte in memory order whose bit in `high` is set.
+std::size_t first_marked_byte(std::uint64_t high) {
+#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+  return static_cast<std::size_t>(__builtin_ctzll(high)) / 8;
+#else
+  return static_cast<std::size_t>(__builtin_clzll(high)) / 8;
+#endif
 }
 
 }  // namespace
@@ -60,12 +60,30 @@ fault const& checker::finish(unsigned char const* data, std::size_t size) {
 std::size_t checker::check_utf8(unsigned char const* data, std::size_t size) {
   std::size_t i = 0;
   while (i < size) {
-    // Runs of ASCII, sixteen bytes at a time.
-    while (i + 16 <= size && !any_high_bit(data + i)) i += 16;
     unsigned char const lead = data[i];
     if (lead < 0x80) {
-      ++i;
+      // ASCII up to the next byte with its high bit set, eight at a time.
+      if (i + 8 <= size) {
+        std::uint64_t word;
+        std::memcpy(&word, data + i, 8);
+        std::uint64_t const high = word & 0x8080808080808080u;
+        i += high == 0 ? 8 : first_marked_byte(high);
+      } else {
+        ++i;
+      }
       continue;
+    }
+    // The common well-formed two- and three-byte characters first.
+    if (lead >= 0xC2 && lead <= 0xDF) {
+      if (i + 1 < size && is_continuation(data[i + 1])) {
+        i += 2;
+        continue;
+      }
+    } else if (lead >= 0xE1 && lead <= 0xEF && lead != 0xED) {
+      if (i + 2 < size && is_continuation(data[i + 1]) && is_continuation(data[i + 2])) {
+        i += 3;
+        continue;
+      }
     }
     std::size_t length;
     unsigned char low = 0x80;   // the second byte's allowed range

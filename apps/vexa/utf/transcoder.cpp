@@ -75,9 +75,7 @@ void transcoder::convert(unsigned char const* data, std::size_t size, output_fil
   if (from_size == 1 && to_size == 1) {
     out.write(data, size);
   } else if (from_size == 1) {
-    ustring8 const text(reinterpret_cast<char const*>(data), size);
-    if (to_size == 2) write_units(accepted(utf8_to_utf16(text), text), out);
-    if (to_size == 4) write_units(utf8_to_utf32(text), out);
+    convert(ustring8(reinterpret_cast<char const*>(data), size), out);
   } else if (from_size == 2) {
     ustring16 const text = read_units<ustring16>(data, size, big_endian(from_));
     if (to_size == 1) write_units(accepted(utf16_to_utf8(text), text), out);
@@ -91,6 +89,16 @@ void transcoder::convert(unsigned char const* data, std::size_t size, output_fil
       write_units(accepted(utf8_to_utf16(utf8), utf8), out);
     }
     if (to_size == 4) write_units(text, out);
+  }
+}
+
+void transcoder::convert(ustring8 const& text, output_file& out) {
+  using namespace vexa::strings;
+  if (text.empty()) return;
+  switch (unit_size(to_)) {
+    case 1: write_units(text, out); break;
+    case 2: write_units(accepted(utf8_to_utf16(text), text), out); break;
+    default: write_units(utf8_to_utf32(text), out); break;
   }
 }
 

@@ -17,6 +17,7 @@
 #include <string>
 
 #include "io/output_file.hpp"
+#include "vexa/strings/ustring.hpp"
 #include "utf/encoding.hpp"
 
 namespace vexa_cli {
@@ -32,6 +33,8 @@ class transcoder {
   //   t.convert(reinterpret_cast<unsigned char const*>("h\xC3\xA9"), 3, out)   // 68 00 E9 00
   //   t.convert(data, 0, out)                                               // writes nothing
   void convert(unsigned char const* data, std::size_t size, output_file& out);
+  // The same for UTF-8 input already held in a ustring8, which saves a copy.
+  void convert(vexa::strings::ustring8 const& text, output_file& out);
 
   // ---- implementation details --------------------------------------------------
  private:
