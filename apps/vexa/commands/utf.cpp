@@ -136,6 +136,14 @@ int run(std::vector<std::string> const& args) {
     vexa_cli::output_file out(opts.value("output", "-"));
     if (std::optional<std::string> const fault = transcode(in, from, to.value_or(form::utf8), opts.has("bom"), out)) {
       std::cerr << "vexa utf: " << *fault << "\n";
+      // A stream gets the text before the fault; a file is left as it was.
+      if (!out.replaces_file()) {
+        try {
+          out.commit();
+        } catch (vexa_cli::io_error const&) {
+          // The fault is the one message of this run.
+        }
+      }
       return 1;
     }
     out.commit();

@@ -55,6 +55,10 @@ class output_file {
   //   out.commit();   // a second call does nothing
   void commit();
 
+  // Whether commit() replaces a file by renaming; false for standard output,
+  // devices and FIFOs, which receive the text as it is written.
+  bool replaces_file() const { return !temp_path_.empty(); }
+
   // The name used in messages: the path as given, or "<stdout>".
   std::string const& name() const { return name_; }
 
