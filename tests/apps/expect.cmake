@@ -17,3 +17,7 @@ function(write_bytes path escapes)
   execute_process(COMMAND printf "${escapes}" OUTPUT_FILE "${path}" RESULT_VARIABLE rc)
   expect("printf ${escapes}: status ${rc}" rc EQUAL 0)
 endfunction()
+
+# Compare with the empty text as `x STREQUAL nothing`: a literal "" would be
+# lost on its way through expect's arguments.
+set(nothing "")

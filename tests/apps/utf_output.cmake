@@ -14,7 +14,7 @@ endfunction()
 
 function(no_temporary_files)
   file(GLOB left LIST_DIRECTORIES false "${WORK}/.*")
-  expect("temporary files left: ${left}" left STREQUAL "")
+  expect("temporary files left: ${left}" left STREQUAL nothing)
 endfunction()
 
 # A mode-640 file keeps its mode.
