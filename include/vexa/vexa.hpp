@@ -33,4 +33,10 @@
 #include "vexa/types/stream.hpp"
 #include "vexa/types/variant.hpp"
 
+#include "vexa/serialization/serialize_buffer.hpp"
+#include "vexa/serialization/serialize_binary_buf.hpp"
+#include "vexa/serialization/serialize_text_buf.hpp"
+#include "vexa/serialization/labeled_serialize_buffer.hpp"
+#include "vexa/serialization/labeled_text_buffer.hpp"
+
 #endif  // VEXA_VEXA_HPP
