@@ -33,6 +33,15 @@
 #include "vexa/types/stream.hpp"
 #include "vexa/types/variant.hpp"
 
+#include "vexa/system/date_time/arithmetic.hpp"
+#include "vexa/system/date_time/date.hpp"
+#include "vexa/system/date_time/date_duration.hpp"
+#include "vexa/system/date_time/date_time.hpp"
+#include "vexa/system/date_time/time.hpp"
+#include "vexa/system/date_time/time_duration.hpp"
+#include "vexa/system/file.hpp"
+#include "vexa/system/io.hpp"
+
 #include "vexa/serialization/serialize_buffer.hpp"
 #include "vexa/serialization/serialize_binary_buf.hpp"
 #include "vexa/serialization/serialize_text_buf.hpp"
