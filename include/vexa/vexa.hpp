@@ -27,6 +27,7 @@
 #include "vexa/strings/ustring.hpp"
 #include "vexa/strings/unicode.hpp"
 #include "vexa/strings/string_algorithms.hpp"
+#include "vexa/strings/code_page.hpp"
 
 #include "vexa/types/nil.hpp"
 #include "vexa/types/radix.hpp"
