@@ -98,6 +98,16 @@ std::size_t step(iconv_t cd, char** in, std::size_t* in_left, output& out) {
   return result;
 }
 
+// Writes what the converter holds back (a base letter waiting for a
+// combining mark) and returns it to its initial state, growing the output
+// until it fits.
+void flush(iconv_t cd, output& out, char const* function) {
+  while (step(cd, nullptr, nullptr, out) == iconv_failed) {
+    if (errno != E2BIG) raise_iconv_error(__LINE__, function);
+    out.grow(flush_growth);
+  }
+}
+
 // The whole conversion of `n` bytes at `text` from `from` to `to`.
 std::string convert(char const* to, char const* from, char const* text, std::size_t n,
                     char const* function) {
@@ -126,7 +136,10 @@ std::string convert(char const* to, char const* from, char const* text, std::siz
         out.grow(2 * in_left);
         break;
       case EILSEQ:
-        // One "?" per rejected byte, then iconv tries again one byte on.
+        // One "?" per rejected byte, then iconv tries again one byte on. A
+        // letter held back before the byte comes out first, so the "?" keeps
+        // its place and no mark after the byte combines with that letter.
+        flush(cd.get(), out, function);
         if (out.space == 0) out.grow(2 * in_left);
         out.bytes[out.position++] = '?';
         --out.space;
@@ -152,10 +165,7 @@ std::string convert(char const* to, char const* from, char const* text, std::siz
 
   // What the converter still holds back (a base letter waiting for a
   // combining mark, a pending shift sequence) comes out now.
-  while (step(cd.get(), nullptr, nullptr, out) == iconv_failed) {
-    if (errno != E2BIG) raise_iconv_error(__LINE__, function);
-    out.grow(flush_growth);
-  }
+  flush(cd.get(), out, function);
 
   out.bytes.resize(out.position);
   cd.close(function);

@@ -107,6 +107,10 @@ TEST(CodePage, DecodeReplacesUndefinedBytesAndDropsACutTail) {
        "?a" + times("\xE3\x81\x82", 20)},
       {"1255 last letter held back, then flushed", cp::cp1255, "\xE0", "\xD7\x90"},
       {"1258 last letter held back, then flushed", cp::cp1258, "a", "a"},
+      // A held-back letter comes out before the "?" of the byte after it,
+      // and the mark beyond that byte stands alone.
+      {"1255 letter, rejected byte, mark", cp::cp1255, "\xE0\xFF\xC8", "\xD7\x90?\xD6\xB8"},
+      {"1258 letter, rejected byte, mark", cp::cp1258, "a\x81\xEC", "a?\xCC\x81"},
       // Output longer than the input grows the buffer, also where twice the
       // remaining input is less than one character needs, and where a
       // rejected byte meets a full buffer.

@@ -22,7 +22,9 @@
 //     the room offered is everything up to its new end, so a character that
 //     needs more bytes than that still gets through. After the input, one
 //     more iconv call flushes what the converter held back (the last letter
-//     of a 1255 or 1258 text waits there for a combining mark).
+//     of a 1255 or 1258 text waits there for a combining mark). The same
+//     flush runs before the "?" of a rejected byte, so the letter before it
+//     keeps its place and never combines with a mark after it.
 //   - After a rejected byte, iconv is offered the input in a window of a few
 //     bytes that doubles with each clean call. The result is unchanged; the
 //     cost per rejected byte stays constant instead of growing with the text
