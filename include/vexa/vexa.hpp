@@ -29,6 +29,9 @@
 #include "vexa/strings/string_algorithms.hpp"
 #include "vexa/strings/code_page.hpp"
 
+#include "vexa/parser/xml_parser.hpp"
+#include "vexa/parser/xml_token_stream.hpp"
+
 #include "vexa/types/nil.hpp"
 #include "vexa/types/radix.hpp"
 #include "vexa/types/stream.hpp"
@@ -48,5 +51,24 @@
 #include "vexa/serialization/serialize_text_buf.hpp"
 #include "vexa/serialization/labeled_serialize_buffer.hpp"
 #include "vexa/serialization/labeled_text_buffer.hpp"
+
+#include "vexa/i18n/catalog.hpp"
+#include "vexa/i18n/format_value.hpp"
+#include "vexa/i18n/message.hpp"
+#include "vexa/i18n/message_catalogs.hpp"
+#include "vexa/i18n/message_item.hpp"
+#include "vexa/i18n/xmc_file_loader.hpp"
+
+#include "vexa/config/base_config_item.hpp"
+#include "vexa/config/commandline_item.hpp"
+#include "vexa/config/config_dispatch.hpp"
+#include "vexa/config/config_manager.hpp"
+#include "vexa/config/config_token.hpp"
+#include "vexa/config/config_tree.hpp"
+#include "vexa/config/enviroment_item.hpp"
+#include "vexa/config/file_item.hpp"
+#include "vexa/config/module_config_dispatch.hpp"
+#include "vexa/config/std_config_dispatch.hpp"
+#include "vexa/config/user_item.hpp"
 
 #endif  // VEXA_VEXA_HPP

@@ -11,6 +11,7 @@
 #include <typeinfo>
 
 #include "serialization/bytes.hpp"
+#include "vexa/serialization/serialize_text_buf.hpp"
 
 namespace {
 
@@ -191,6 +192,48 @@ TEST(labeled_text_buffer, crafted_and_random_texts) {
       labeled_text_buffer(parsed.as_str()).as_str();
     } catch (std::out_of_range const&) {
     }
+  }
+}
+
+// Groups are parsed in place, as ranges of the one text. Reading each group's
+// text as a string of its own and assigning it to the group (the plain way)
+// must give the same tree, and raise where it raises, for any text.
+void parse_group_by_group(labeled_text_buffer& target, std::string const& text) {
+  target.assign(std::string());
+  vexa::serialization::serialize_text_buf in(text);
+  while (!in.at_end()) {
+    std::string label = in.read_string();
+    if (label.empty()) break;
+    if (label.back() != ' ') {
+      target.add_value(label, variant(in.read_string()));
+      continue;
+    }
+    label.pop_back();
+    labeled_text_buffer& group = target.create_group(label);
+    parse_group_by_group(group, in.read_string());
+  }
+}
+
+TEST(labeled_text_buffer, parsing_in_place_equals_parsing_group_by_group) {
+  static char const alphabet[] = "\x01\x01\x01\x01 -0123456789ab\t";
+  std::mt19937 rng(7);
+  for (int round = 0; round < 20000; ++round) {
+    std::string text(rng() % 50, '\0');
+    for (char& c : text) c = alphabet[rng() % (sizeof alphabet - 1)];
+    labeled_text_buffer in_place, plain;
+    bool in_place_raised = false, plain_raised = false;
+    try {
+      in_place.assign(text);
+    } catch (std::out_of_range const&) {
+      in_place_raised = true;
+    }
+    try {
+      parse_group_by_group(plain, text);
+    } catch (std::out_of_range const&) {
+      plain_raised = true;
+    }
+    ASSERT_EQ(in_place_raised, plain_raised) << hex(text);
+    ASSERT_EQ(hex(in_place.as_str()), hex(plain.as_str())) << hex(text);
   }
 }
 
