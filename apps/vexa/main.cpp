@@ -1,6 +1,8 @@
 // vexa — the command-line face of the library.
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -39,9 +41,10 @@ registrar::registrar(command c) { registry().push_back(std::move(c)); }
 
 }  // namespace vexa_cli
 
-int main(int argc, char** argv) {
+namespace {
+
+int dispatch(std::vector<std::string> const& args) {
   using namespace vexa_cli;
-  std::vector<std::string> args(argv + 1, argv + argc);
   auto find = [](std::string const& name) -> command const* {
     for (command const& c : commands()) {
       if (c.name == name) return &c;
@@ -80,4 +83,27 @@ int main(int argc, char** argv) {
   std::cerr << "vexa: unknown " << (first.size() > 1 && first[0] == '-' ? "option" : "command") << " '"
             << first << "' (see 'vexa --help')\n";
   return 2;
+}
+
+// Help texts and listings go through std::cout: a failed write there is
+// reported like any other (one message, status 1), not lost at exit.
+int check_standard_output(int status) {
+  errno = 0;
+  bool failed = !std::cout.flush();
+  int error = errno;
+  if (std::fflush(stdout) != 0) {
+    failed = true;
+    error = errno;
+  }
+  if (!failed && std::ferror(stdout) == 0) return status;
+  std::cerr << "vexa: <stdout>: cannot write";
+  if (error != 0) std::cerr << " (" << std::strerror(error) << ")";
+  std::cerr << "\n";
+  return status != 0 ? status : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return check_standard_output(dispatch(std::vector<std::string>(argv + 1, argv + argc)));
 }

@@ -21,10 +21,6 @@ option const* find_short(syntax const& s, char name) {
   return nullptr;
 }
 
-std::string shown(option const& o) {
-  return o.short_name != 0 ? std::string("-") + o.short_name : "--" + o.name;
-}
-
 // "xml check" points to 'vexa help xml'.
 std::string top_command(syntax const& s) { return s.command.substr(0, s.command.find(' ')); }
 
@@ -98,6 +94,8 @@ std::optional<int> parse_options(syntax const& s, std::vector<std::string> const
     }
     option const* o = nullptr;
     std::optional<std::string> inline_value;
+    // Messages name the option as it was typed ("--to", not "-t").
+    std::string const typed = a.substr(0, a[1] == '-' ? a.find('=') : 2);
     if (a[1] == '-') {
       std::size_t const eq = a.find('=');
       o = find_long(s, a.substr(2, eq == std::string::npos ? std::string::npos : eq - 2));
@@ -119,10 +117,10 @@ std::optional<int> parse_options(syntax const& s, std::vector<std::string> const
     } else if (i + 1 < args.size()) {
       value = args[++i];
     } else {
-      return usage_error(s, "option '" + shown(*o) + "' needs a value " + o->value_name);
+      return usage_error(s, "option '" + typed + "' needs a value " + o->value_name);
     }
     if (o->file && value.empty()) {
-      return usage_error(s, "option '" + shown(*o) + "' was given an empty file name");
+      return usage_error(s, "option '" + typed + "' was given an empty file name");
     }
     out.given_[o->name].push_back(value);
   }

@@ -178,7 +178,7 @@ bool create_directory_t(String const& path) {
   if (io::exists(path) && io::is_directory(path)) return true;
   native_path const bytes(path);
   if (bytes.get() == nullptr) return false;
-  std::string const p(bytes.get(), bytes.size());
+  std::string p(bytes.get(), bytes.size());
   std::size_t const npos = std::string::npos;
   // After a leading "." or "/" the search starts past the first "/"; with no
   // "/" at all, npos + 1 wraps to 0 and the search starts at the beginning.
@@ -187,8 +187,11 @@ bool create_directory_t(String const& path) {
   std::size_t s = p.find('/', start);
   bool made = false;
   do {
-    std::string const prefix = s == npos ? p : p.substr(0, s);
-    made = ::mkdir(prefix.c_str(), 0775) == 0;
+    // The prefix ends where its "/" is cut off for the call: no copy per
+    // prefix, so a path of many separators costs no more than its mkdir calls.
+    if (s != npos) p[s] = '\0';
+    made = ::mkdir(p.c_str(), 0775) == 0;
+    if (s != npos) p[s] = '/';
     s = p.find('/', s + 1);  // from npos the next search wraps round to 0
   } while (s != npos);
   return made;

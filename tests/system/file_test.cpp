@@ -101,6 +101,12 @@ TEST(SystemFile, CreateDirectoryMakesThePrefixesBeforeEachSlash) {
     for (char const* p : c.made) EXPECT_TRUE(sys::io::is_directory(ustring8(p))) << p;
     for (char const* p : c.not_made) EXPECT_FALSE(on_disk(p)) << p;
   }
+  {  // a run of separators: "q" is made, then each longer prefix exists already
+    vexa_test::temp_directory tmp;
+    vexa_test::working_directory here(tmp.path());
+    EXPECT_FALSE(sys::create_directory(ustring8("q" + std::string(100000, '/'))));
+    EXPECT_TRUE(sys::io::is_directory(ustring8("q")));
+  }
   vexa_test::temp_directory tmp;  // absolute paths: the existing prefixes fail quietly
   EXPECT_TRUE(sys::create_directory(u16(tmp / "p/q/")));
   EXPECT_TRUE(sys::create_directory(u32(tmp / "p/q")));  // exists: true at once
@@ -205,6 +211,10 @@ TEST(SystemFile, OddPathsGiveTheFailureResults) {
   EXPECT_EQ(sys::store_file(ustring8(5000, 'n'), ustring8("x")), 1);
   EXPECT_FALSE(sys::create_directory(ustring8("n\0/m/", 5)));
   EXPECT_FALSE(sys::create_directory(lone32));
+  // A NUL that appears only in the UTF-8 form (U+0000, or a negative unit whose low byte is 0).
+  EXPECT_EQ(sys::store_file(strings::ustring16{'g', 0, 'x'}, ustring8("x")), 1);
+  EXPECT_EQ(sys::store_file(strings::ustring32{'g', static_cast<wchar_t>(0xFFFFFF00u)}, ustring8("x")), 1);
+  EXPECT_FALSE(sys::create_directory(strings::ustring16{'n', 0, '/', 'm', '/'}));
   EXPECT_FALSE(on_disk("g") || on_disk("n"));
   EXPECT_EQ(sys::load_file(u16("-1"), content), 0);  // the real name still works
   EXPECT_EQ(content, "minus one");

@@ -28,7 +28,8 @@ class member_function_t<Object, R(Args...)> : public function_type_interface<R(A
   using object_type = Object;
   using method_type = R (Object::*)(Args...);
 
-  member_function_t(Object* object, method_type method) : _object(object), _method(method) {}
+  member_function_t(Object* bound_object, method_type bound_method)
+      : _object(bound_object), _method(bound_method) {}
 
   R operator()(Args... args) const override {
     return (_object->*_method)(std::forward<Args>(args)...);
@@ -49,7 +50,8 @@ class member_function_t<Object const, R(Args...)> : public function_type_interfa
   using object_type = Object const;
   using method_type = R (Object::*)(Args...) const;
 
-  member_function_t(Object const* object, method_type method) : _object(object), _method(method) {}
+  member_function_t(Object const* bound_object, method_type bound_method)
+      : _object(bound_object), _method(bound_method) {}
 
   R operator()(Args... args) const override {
     return (_object->*_method)(std::forward<Args>(args)...);

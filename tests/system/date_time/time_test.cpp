@@ -67,6 +67,11 @@ TEST(SystemTime, MoreThanADayBelowMidnightThrows) {
   t = dt::time(5, 6, 7, 8);
   EXPECT_TRUE(throws_out_of_range([&] { t -= dt::time_duration(30, 0, 0, 0); }, "Minute value out of valid range"));
   EXPECT_EQ(show(t), "00:06:07.008");
+  // Closer still, the second or the millisecond setter is the one.
+  t = dt::time();
+  EXPECT_TRUE(throws_out_of_range([&] { t -= dt::time_duration(24, 0, 1, 0); }, "Second value out of valid range"));
+  EXPECT_TRUE(throws_out_of_range([&] { t -= dt::time_duration(24, 0, 0, 1); }, "Millisecond value out of valid range"));
+  EXPECT_EQ(show(t), "00:00:00.000");
   // Counts at the 64-bit edges wrap instead of overflowing.
   EXPECT_TRUE(throws_out_of_range([&] { t -= ms(-9223372036854775807L - 1); }, "Hour value out of valid range"));
   EXPECT_TRUE(throws_out_of_range([&] { t += ms(9223372036854775807L); }, "Hour value out of valid range"));

@@ -12,8 +12,11 @@
 //     00:00:00.000, 00:00 - 1 ms is 23:59:59.999). A result more than one day
 //     below midnight stays negative, and the first setter that meets a
 //     negative part throws: the hour setter ("Hour value out of valid
-//     range"), or, less than an hour further down, the minute setter after
-//     the hour was set to 0. The time keeps what was set before the throw.
+//     range") when the remaining count is an hour or more below zero;
+//     nearer to zero the hour is set to 0 and the minute, second or
+//     millisecond setter refuses (00:00 minus one day and 1 ms throws
+//     "Millisecond value out of valid range"). The time keeps what was set
+//     before the throw.
 //   - The clock readers use gettimeofday and gmtime / localtime; a leap second
 //     reported by the system (second 60) makes the second setter throw.
 //
@@ -74,7 +77,8 @@ class VEXA_API time {
   // The fields as a duration, plus (or minus) `d`, folded by
   // (count + 86400000) % 86400000, set back through the setters in the order
   // hour, minute, second, millisecond. A count still negative after the fold
-  // throws from the first setter that meets a negative part (the hour's).
+  // throws from the first setter that meets a negative part (the hour's,
+  // unless less than an hour remains below zero).
   //   time(0, 0, 0, 0) -= time_duration(0, 0, 0, 1)    // 23:59:59.999
   //   time(0, 0, 0, 0) -= time_duration(25, 0, 0, 0)   // throws
   time& plus_assign(time_duration const& d);
