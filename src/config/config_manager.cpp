@@ -71,6 +71,7 @@ bool config_manager::answers_valid() {
 }
 
 void config_manager::init(config_dispatch const& dispatch) {
+  _answers.reset(new answers);
   _items.clear();
   _dispatch.reset(dispatch.clone());
   _dispatch->setup(_items);

@@ -1,5 +1,6 @@
 #include "vexa/config/config_tree.hpp"
 
+#include <atomic>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -15,11 +16,26 @@ namespace config {
 using memory::pointers::rc_pointer;
 using strings::ustring8;
 
-config_tree::config_tree() : _entry(0u, types::variant()) {}
-config_tree::config_tree(types::variant const& empty) : _entry(0u, empty) {}
+namespace {
+
+// One counter for every tree of the process: a new tree and each change take
+// the next number, so no two readings of generation() ever coincide unless
+// they are of the same tree in the same state, even when a new tree is made
+// where an old one was and has been changed as often.
+std::atomic<std::uint64_t> last_generation{0};
+
+std::uint64_t next_generation() { return last_generation.fetch_add(1, std::memory_order_relaxed) + 1; }
+
+}  // namespace
+
+config_tree::config_tree() : _entry(0u, types::variant()), _generation(next_generation()) {}
+config_tree::config_tree(types::variant const& empty) : _entry(0u, empty), _generation(next_generation()) {}
 
 config_tree::config_tree(config_tree const& other)
-    : clone_ability(other), reference_count_pointer_ability(other), _entry(other._entry) {
+    : clone_ability(other),
+      reference_count_pointer_ability(other),
+      _entry(other._entry),
+      _generation(next_generation()) {
   copy_children_from(other);
 }
 
@@ -30,7 +46,7 @@ config_tree& config_tree::operator=(config_tree const& other) {
     release_children();
     _children.swap(copy._children);
     _entry = copy._entry;
-    ++_generation;
+    _generation = next_generation();
   }
   return *this;
 }
@@ -64,7 +80,7 @@ void config_tree::copy_children_from(config_tree const& other) {
 // Children that this tree alone holds are emptied before they are let go, so
 // no destructor has grandchildren left to release in turn.
 void config_tree::release_children() {
-  ++_generation;
+  _generation = next_generation();
   std::vector<rc_pointer<config_tree>> pending;
   for (auto& child : _children) pending.push_back(std::move(child.second));
   _children.clear();
@@ -106,7 +122,7 @@ config_tree::entry_type const* config_tree::get_node(ustring8 const& key) const 
 }
 
 config_tree* config_tree::make_node(ustring8 const& key) {
-  ++_generation;
+  _generation = next_generation();
   _private::key_walk walk(key);
   std::string buffer;
   config_tree* node = this;

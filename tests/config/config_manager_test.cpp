@@ -193,3 +193,18 @@ TEST(config_manager_answers, follow_every_change_of_a_source) {
 }
 
 }  // namespace
+
+namespace {
+
+// A fresh source after init again may sit where the old one was and have
+// been changed as often: the answers of the old one must not come back.
+TEST(config_manager_answers, never_outlive_the_sources_of_an_earlier_init) {
+  config_manager manager;
+  for (int round = 1; round <= 3; ++round) {
+    manager.init(single_source(false));
+    manager.get_config_item("user item")->set("k", round);
+    EXPECT_EQ(manager.get_value("k").as_int(), round) << "after init number " << round;
+  }
+}
+
+}  // namespace

@@ -86,18 +86,21 @@ int run_dump(std::vector<std::string> const& args) {
 }
 
 // Every valued node below `tree`, depth first in name order; array elements
-// as key[i], an array's other children as key.name.
+// as key[i], an array's other children as key.name. One path text is shared
+// by all levels (a frame remembers how much of it is its own prefix), so a
+// key of many components costs no copy of its prefix per level.
 void list_keys(config::config_tree const& tree, std::ostream& out) {
   struct frame {
     config::config_tree::child_list::const_iterator next, end;
-    std::string prefix;
+    std::size_t prefix_length;
     std::size_t elements;  // children "0".."elements-1" were printed as key[i]
   };
   auto is_element = [](std::string const& name, std::size_t elements) {
     return elements != 0 && !name.empty() && name.size() < 19 && (name == "0" || name[0] != '0') &&
            name.find_first_not_of("0123456789") == std::string::npos && std::stoul(name) < elements;
   };
-  std::vector<frame> work{{tree.children().begin(), tree.children().end(), "", 0}};
+  std::string key;
+  std::vector<frame> work{{tree.children().begin(), tree.children().end(), 0, 0}};
   while (!work.empty()) {
     frame& top = work.back();
     if (top.next == top.end) {
@@ -106,18 +109,23 @@ void list_keys(config::config_tree const& tree, std::ostream& out) {
     }
     auto const& child = *top.next++;
     if (!child.second || is_element(child.first, top.elements)) continue;
-    std::string const key = top.prefix + child.first;
+    key.resize(top.prefix_length);
+    key += child.first;
     config::config_tree const& node = *child.second;
     unsigned const flags = node.entry().first;
-    config::config_tree::pair_array elements;
+    std::size_t elements = 0;
     if ((flags & 3u) == 3u) {
-      tree.get_array(key, elements);
-      for (auto const& e : elements) out << key << "[" << e.first << "] = " << e.second.second.as_string() << "\n";
+      for (;; ++elements) {
+        auto const element = node.children().find(std::to_string(elements));
+        if (element == node.children().end() || !element->second) break;
+        out << key << "[" << elements << "] = " << element->second->entry().second.as_string() << "\n";
+      }
     } else if ((flags & 1u) != 0) {
       out << key << " = " << node.entry().second.as_string() << "\n";
     }
     if (!node.children().empty()) {
-      work.push_back({node.children().begin(), node.children().end(), key + ".", elements.size()});
+      key += '.';
+      work.push_back({node.children().begin(), node.children().end(), key.size(), elements});
     }
   }
 }

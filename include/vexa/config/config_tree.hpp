@@ -236,7 +236,9 @@ class VEXA_API config_tree : public generic::abilities::clone_ability,
   // generation
   // A number that grows with every change made through this object's members
   // (set_node, erase, assignment, and the sources' set_array): two equal
-  // readings mean the tree did not change in between.
+  // readings mean the tree did not change in between. The numbers come from
+  // one counter for all trees, so two different trees never read the same,
+  // not even one made later at the address of another.
   //   auto g = tree.generation(); tree.set_node("x", 1, 0);
   //   tree.generation() != g;   // true
   std::uint64_t generation() const { return _generation; }
