@@ -128,7 +128,8 @@ bool config_manager::is_array(ustring8 const& key) {
 
 void config_manager::get_array(ustring8 const& key, std::vector<types::variant>& result) {
   for (auto const& item : _items) {
-    if (!item || !is_array_entry(item->get_value(key))) continue;
+    // The first source that has the key answers, array or not.
+    if (!item || item->get_value(key) == nullptr) continue;
     config_tree::pair_array elements;
     item->tree().get_array(key, elements);
     for (auto const& element : elements) result.push_back(element.second.second);
@@ -139,10 +140,9 @@ void config_manager::get_array(ustring8 const& key, std::vector<types::variant>&
 void config_manager::get_key_value_array(ustring8 const& key,
                                          std::vector<std::pair<ustring8, types::variant>>& result) {
   for (auto const& item : _items) {
-    if (!item) continue;
+    if (!item || item->get_value(key) == nullptr) continue;
     config_tree::pair_array below;
     item->tree().get_value_pair_array(key, below, true, ustring8());
-    if (below.empty()) continue;
     for (auto const& pair : below) {
       if ((pair.second.first & 1u) != 0) result.emplace_back(pair.first, pair.second.second);
     }

@@ -14,11 +14,11 @@
 // - `get_value` gives nil when the chase stops at an array (flag bits 1 and
 //   2) or at a key already visited (a loop of references).
 // - `is_array` is true when any source has an array at the key, even behind a
-//   plain value of an earlier source; `get_array` likewise reads the first
-//   source that has an array there.
-// - `get_key_value_array` reads the first source whose node at the key has
-//   children: every valued node below the key (flag bit 1), depth first in
-//   name order, named relative to the key ("port", "sub.x").
+//   plain value of an earlier source. `get_array` and `get_key_value_array`
+//   read the first source that has the key at all: a plain value there hides
+//   a later source's array (ask `is_array` first when that matters).
+// - `get_key_value_array` gives every valued node below the key (flag bit 1),
+//   depth first in name order, named relative to the key ("port", "sub.x").
 // - `init` a second time replaces the dispatch and the sources. A manager is
 //   not copyable.
 // - `get_value` remembers its answers while no source changes: every tree
@@ -94,14 +94,14 @@ class VEXA_API config_manager {
   bool is_array(strings::ustring8 const& key);
 
   // get_array
-  // Appends the element values of the first source that has an array at
-  // `key`; nothing when none has.
+  // Appends the element values of the array at `key` in the first source
+  // that has the key; nothing when that node is no array or no source has it.
   //   manager.get_array("list", values);   // values gains a, b, c
   void get_array(strings::ustring8 const& key, std::vector<types::variant>& result);
 
   // get_key_value_array
   // Appends (relative name, value) for every valued node below `key` in the
-  // first source whose node there has children.
+  // first source that has the key; nothing when that node has no children.
   //   manager.get_key_value_array("net", pairs);   // ("host", ...), ("port", ...)
   void get_key_value_array(strings::ustring8 const& key,
                            std::vector<std::pair<strings::ustring8, types::variant>>& result);
