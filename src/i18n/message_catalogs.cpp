@@ -124,9 +124,7 @@ message_catalogs::result_type message_catalogs::load_tree(ustring8 const& dir, u
     std::size_t next;
   };
   auto listing = [](ustring8 const& path) {
-    strings::ustring8_vector entries = system::list_directory(path);
-    std::sort(entries.begin(), entries.end());
-    return level{std::move(entries), 0};
+    return level{system::list_directory(path), 0};  // the system's order, as listed
   };
   // Directories already walked, by device and inode: a link loop is walked once.
   std::set<std::pair<dev_t, ino_t>> seen;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "i18n/catalog_files.hpp"
+#include "vexa/system/file.hpp"
 
 namespace {
 
@@ -18,6 +19,7 @@ using catalog_test::msg;
 using catalog_test::xmc;
 using generic::argument;
 using generic::varg_list;
+using strings::ustring8;
 using i18n::message_catalogs;
 using result_type = message_catalogs::result_type;
 using load_error = i18n::_private::xmc_file_loader::load_error;
@@ -161,15 +163,35 @@ TEST_F(message_catalogs_files, look_ups_erasure_and_sharing) {
 
 TEST_F(message_catalogs_files, a_directory_loads_what_it_can_and_reports_the_first_failure) {
   write("d/a_good.xmc", xmc(catalog("c", "en", msg("a", "A"))));
-  std::string const bad = write("d/b_bad.xmc", xmc(catalog("c", "en", msg("b", "B") + "<p/>")));
-  write("d/c_bad.xml", "<?xml?><root/>");
+  std::string const unclosed = write("d/b_bad.xmc", xmc(catalog("c", "en", msg("b", "B") + "<p/>")));
+  std::string const foreign = write("d/c_bad.xml", "<?xml?><root/>");
   write("d/d_good.xml", xmc(catalog("c", "en", msg("d", "D"))));
+  // The entries are taken in the system's order, so the first failure is
+  // whichever bad file the listing names first.
+  std::string first_bad;
+  for (std::string const& entry : system::list_directory(ustring8(dir + "/d")))
+    if (first_bad.empty() && (entry == unclosed || entry == foreign)) first_bad = entry;
+  std::string const expected =
+      first_bad == unclosed
+          ? "13 " + R + "XMC file is not valid\n " + L + "Expected catalog end tag not found for catalog \"c\"" +
+                "\n in catalog element: \"c\"\n in file: \"" + unclosed + "\""
+          : "7 " + R + "XMC file is not valid\n " + L + "Not XMC file, root element is not XMC but \"root\"\n in file: \"" + foreign + "\"";
   message_catalogs catalogs;
   result_type const r = catalogs.load(dir + "/d", "en");
-  EXPECT_EQ(describe(r), "13 " + R + "XMC file is not valid\n " + L + "Expected catalog end tag not found for catalog \"c\"" +
-                             "\n in catalog element: \"c\"\n in file: \"" + bad + "\"");
-  EXPECT_EQ(catalogs.count("c"), 2u);  // a and d; the failing file gave nothing
+  EXPECT_EQ(describe(r), expected);
+  EXPECT_EQ(catalogs.count("c"), 2u);  // a and d; the failing files gave nothing
   EXPECT_FALSE(catalogs.has_message("c", "b"));
+}
+
+TEST_F(message_catalogs_files, a_directory_is_loaded_in_the_order_the_system_lists_it) {
+  // Equal languages: the file loaded last wins, and that is the last one listed.
+  for (char const* name : {"a", "b", "c", "d"})
+    write(std::string("order/") + name + ".xmc", xmc(catalog("c", "de", msg("m", name))));
+  std::string last;
+  for (std::string const& entry : system::list_directory(ustring8(dir + "/order"))) last = entry;
+  message_catalogs catalogs;
+  ASSERT_EQ(catalogs.load_directory(dir + "/order", "de").type(), 0u);
+  EXPECT_EQ(dir + "/order/" + std::string(catalogs.message("c", "m").as_string(varg_list())) + ".xmc", last);
 }
 
 TEST_F(message_catalogs_files, later_loads_replace_equal_languages) {

@@ -16,8 +16,8 @@
 //  - A file that fails to load contributes nothing: its catalogs are merged
 //    only when the whole file (with its includes) was read without error.
 //  - load_directory loads every file it can, depth first, each directory's
-//    entries in byte-wise order of their names (so that later-wins merges
-//    give the same result on every system), and reports the first failure.
+//    entries in the order the system lists them (a subdirectory is walked
+//    where it is met), and reports the first failure.
 //    It walks with an explicit stack and visits each directory once, so
 //    deep trees and symbolic-link loops are safe.
 //  - A result built from a loader error carries the loader's number
