@@ -1,6 +1,10 @@
 // Tour section: the configuration store — the lexer's view of a line, one
 // file read into a tree, and a manager answering from the command line, the
 // file and the environment in that order.
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <iomanip>
 #include <ostream>
 #include <string>
@@ -10,11 +14,39 @@
 #include "vexa/config/config_manager.hpp"
 #include "vexa/config/file_item.hpp"
 #include "vexa/config/std_config_dispatch.hpp"
+#include "vexa/system/file.hpp"
 
 namespace {
 
 using namespace vexa;
 using strings::ustring8;
+
+// A copy of examples/config/app.cfg, so an installed program shows the same section.
+char const example_cfg[] = R"cfg(# An application's settings, as the vexa configuration reader takes them.
+// Both comment forms run to the end of the line.
+
+[application]
+title = "Vexa Demo"          # quotes keep the space
+version = 2.10
+
+[net]
+host = localhost
+port = 8080
+timeout = 30                 // seconds
+
+[net.proxy]
+host = proxy.example
+port = 3128
+
+[paths]
+data = /var/lib/vexa
+search[] = /usr/share/vexa,
+           /usr/local/share/vexa,
+           "~/.vexa"
+
+[]
+log.level = info
+)cfg";
 
 void show(std::ostream& out) {
   ustring8 const line = "list[] = a, \"b c\"  # note";
@@ -26,7 +58,13 @@ void show(std::ostream& out) {
   }
   out << "\n\n";
 
-  ustring8 const file = VEXA_EXAMPLES_DIR "/config/app.cfg";
+  char folder[] = "/tmp/vexa-tour-XXXXXX";
+  if (mkdtemp(folder) == nullptr) {
+    out << "(no temporary folder for the example file)\n";
+    return;
+  }
+  ustring8 const file = ustring8(folder) + "/app.cfg";
+  system::store_file(file, std::string(example_cfg));
   char const* argv[] = {"tour", "--net.port=9000", "-verbose"};
   char const* envp[] = {"NET.PORT=1", "NET.TIMEOUT=5", "LOG.LEVEL=debug", "EDITOR=vi", nullptr};
   config::config_manager manager;
@@ -50,7 +88,8 @@ void show(std::ostream& out) {
   }
   std::vector<types::variant> search;
   manager.get_array("paths.search", search);
-  out << "  paths.search is an array of " << search.size() << ": " << search.front().as_string() << ", ...\n"
+  out << "  paths.search is an array of " << search.size() << ": "
+      << (search.empty() ? ustring8() : search.front().as_string()) << ", ...\n"
       << "  keys are case-insensitive: get_value(\"NET/PROXY/HOST\") = "
       << manager.get_value("NET/PROXY/HOST").as_string() << "\n";
 
@@ -61,6 +100,8 @@ void show(std::ostream& out) {
   out << "The tree of the command line source, as dump writes it:\n";
   config::config_tree tree = command_line->tree();
   out << tree;
+  std::remove(file.c_str());
+  rmdir(folder);
 }
 
 vexa_cli::tour::registrar const section(70, "Configuration", show);
