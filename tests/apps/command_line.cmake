@@ -39,7 +39,7 @@ set(refused
   "utf|--bogus|^vexa utf: unknown option '--bogus'"
   "utf|--bom=yes|^vexa utf: option '--bom' takes no value"
   "utf|--to|^vexa utf: option '--to' needs a value ENC"
-  "utf|--to=latin9|${WORK}/in.txt|^vexa utf: unknown encoding 'latin9'"
+  "utf|--to=ebcdic|${WORK}/in.txt|^vexa utf: unknown encoding 'ebcdic'"
   "--version|extra|^vexa: unexpected argument 'extra'"
   "help|nosuch|^vexa: unknown command 'nosuch'"
   "nosuch|^vexa: unknown command 'nosuch'"

@@ -53,7 +53,11 @@ template <typename Units>
 void transcoder::write_units(Units const& units, output_file& out) {
   using unit = typename Units::value_type;
   std::size_t const bytes = units.size() * sizeof(unit);
-  if (sizeof(unit) == 1 || big_endian(to_) == host_big_endian) {
+  if (sizeof(unit) == 1) {
+    write_utf8(reinterpret_cast<char const*>(units.data()), bytes, out);
+    return;
+  }
+  if (big_endian(to_) == host_big_endian) {
     out.write(units.data(), bytes);
     return;
   }
@@ -67,13 +71,22 @@ void transcoder::write_units(Units const& units, output_file& out) {
   out.write(scratch_.data(), bytes);
 }
 
+void transcoder::write_utf8(char const* data, std::size_t size, output_file& out) {
+  if (!page_) {
+    out.write(data, size);
+    return;
+  }
+  std::string const encoded = page_->encode(ustring8(data, size));
+  out.write(encoded.data(), encoded.size());
+}
+
 void transcoder::convert(unsigned char const* data, std::size_t size, output_file& out) {
   if (size == 0) return;
   using namespace vexa::strings;
   unsigned const from_size = unit_size(from_);
   unsigned const to_size = unit_size(to_);
   if (from_size == 1 && to_size == 1) {
-    out.write(data, size);
+    write_utf8(reinterpret_cast<char const*>(data), size, out);
   } else if (from_size == 1) {
     convert(ustring8(reinterpret_cast<char const*>(data), size), out);
   } else if (from_size == 2) {

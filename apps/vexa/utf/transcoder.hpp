@@ -7,6 +7,8 @@
 // above U+FFFF. A transform that answers "-1" for text that is not "-1"
 // would mean the check and the library disagree: that throws
 // std::logic_error rather than writing the "-1".
+// With a target code page the output form must be UTF-8, and each block's
+// UTF-8 is encoded into the page (letters it lacks become '?') on its way out.
 //
 //   transcoder t(form::utf8, form::utf16le);
 //   t.convert(block, size, out);   // writes the block's text as UTF-16LE
@@ -14,9 +16,11 @@
 #define VEXA_APPS_UTF_TRANSCODER_HPP
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "io/output_file.hpp"
+#include "vexa/strings/code_page.hpp"
 #include "vexa/strings/ustring.hpp"
 #include "utf/encoding.hpp"
 
@@ -25,7 +29,12 @@ namespace utf {
 
 class transcoder {
  public:
-  transcoder(form from, form to) : from_(from), to_(to) {}
+  transcoder(form from, form to,
+             std::optional<vexa::strings::code_page> page = std::nullopt)
+      : from_(from), to_(to), page_(page) {}
+
+  // The input form, once a byte-order mark has decided it.
+  void source(form from) { from_ = from; }
 
   // convert
   // Converts `size` bytes of whole, checked characters of the input form
@@ -40,9 +49,11 @@ class transcoder {
  private:
   template <typename Units>
   void write_units(Units const& units, output_file& out);
+  void write_utf8(char const* data, std::size_t size, output_file& out);
 
   form from_;
   form to_;
+  std::optional<vexa::strings::code_page> page_;  // encodes the UTF-8 output
   std::string scratch_;  // byte-swapped output
 };
 
