@@ -120,14 +120,14 @@ int list(std::vector<std::string> const& args) {
 }
 
 // NAME[:TYPE]=VALUE to an argument; false (with `error` set) when it is not one.
-bool make_argument(std::string const& spec, generic::varg_list& args, std::string& error) {
-  std::size_t const equals = spec.find('=');
+bool make_argument(std::string const& given, generic::varg_list& args, std::string& error) {
+  std::size_t const equals = given.find('=');
   if (equals == std::string::npos || equals == 0) {
-    error = "argument '" + spec + "' is not NAME=VALUE";
+    error = "argument '" + given + "' is not NAME=VALUE";
     return false;
   }
-  std::string name = spec.substr(0, equals);
-  std::string const value = spec.substr(equals + 1);
+  std::string name = given.substr(0, equals);
+  std::string const value = given.substr(equals + 1);
   std::string type = "string";
   if (std::size_t const colon = name.find(':'); colon != std::string::npos) {
     type = name.substr(colon + 1);
