@@ -1,4 +1,4 @@
-// SSSE3 block kernels of the Unicode transforms (see unicode_simd.hpp).
+// SSSE3 block kernels of the Unicode transforms (see unicode_kernels.hpp).
 //
 // Decoding looks at 16 bytes at once: it classifies every byte, checks that
 // the continuation bytes sit exactly where the lead bytes say, computes a
@@ -12,25 +12,20 @@
 // four surrogate pairs become four four-byte sequences; any other mix is
 // done 4 units at a time in 32-bit lanes with one shuffle each. The variable
 // shuffles come from tables built at compile time.
-#include "strings/unicode_simd.hpp"
+#include "strings/unicode_kernels.hpp"
 
-// Building with VEXA_NO_BLOCK_KERNELS defined leaves them out, which is how
-// the unit-by-unit paths are exercised on their own.
-#if (defined(__x86_64__) || defined(__i386__)) && !defined(VEXA_NO_BLOCK_KERNELS)
+#if defined(__x86_64__) || defined(__i386__)
 #include <tmmintrin.h>
-#define VEXA_HAVE_BLOCK_KERNELS 1
 #endif
 
 namespace VEXA_2_10 {
 namespace strings {
 namespace _private {
 
-#if defined(VEXA_HAVE_BLOCK_KERNELS)
+#if defined(__x86_64__) || defined(__i386__)
 
 namespace {
 
-using u8 = unsigned char;
-using u16 = unsigned short;
 
 struct shuffle_tables {
   // keep16[m] moves the 16-bit lanes whose bit is set in m to the front;
@@ -321,23 +316,10 @@ VEXA_SSSE3 void encode(wchar_t const*& p_in, wchar_t const* end, u8*& o_in) {
 
 }  // namespace
 
-bool have_block_kernels() {
-  __builtin_cpu_init();
-  return __builtin_cpu_supports("ssse3");
-}
-
-void decode_blocks(u8 const*& p, u8 const* end, u16*& o) { decode(p, end, o); }
-void decode_blocks(u8 const*& p, u8 const* end, wchar_t*& o) { decode(p, end, o); }
-void encode_blocks(u16 const*& p, u16 const* end, u8*& o) { encode(p, end, o); }
-void encode_blocks(wchar_t const*& p, wchar_t const* end, u8*& o) { encode(p, end, o); }
-
-#else  // no block kernels on this processor family
-
-bool have_block_kernels() { return false; }
-void decode_blocks(unsigned char const*&, unsigned char const*, unsigned short*&) {}
-void decode_blocks(unsigned char const*&, unsigned char const*, wchar_t*&) {}
-void encode_blocks(unsigned short const*&, unsigned short const*, unsigned char*&) {}
-void encode_blocks(wchar_t const*&, wchar_t const*, unsigned char*&) {}
+void ssse3_decode(u8 const*& p, u8 const* end, u16*& o) { decode(p, end, o); }
+void ssse3_decode(u8 const*& p, u8 const* end, wchar_t*& o) { decode(p, end, o); }
+void ssse3_encode(u16 const*& p, u16 const* end, u8*& o) { encode(p, end, o); }
+void ssse3_encode(wchar_t const*& p, wchar_t const* end, u8*& o) { encode(p, end, o); }
 
 #endif
 
