@@ -1,5 +1,21 @@
 // AVX2 kernels from UTF-8 to UTF-16 and UTF-32 (see unicode_kernels.hpp).
+//
+// Each step looks at 32 bytes. ASCII is widened as it is. A run of eight
+// three-byte sequences (ideographs, syllables) is gathered into 32-bit lanes
+// by one fixed shuffle per 128-bit half and assembled with three masks.
+// Any other mix of one- to three-byte sequences is checked as a whole (every
+// continuation byte sits exactly where a lead byte says), a unit is computed
+// at every position as if a sequence started there, and the units of the real
+// starts are kept with one table shuffle per eight positions. A well-formed
+// four-byte sequence is done on its own; anything else ends the kernel.
+#include <cstdint>
+
 #include "strings/unicode_kernels.hpp"
+#include "strings/unicode_tables.hpp"
+
+#if defined(__x86_64__) || defined(__i386__)
+#include <immintrin.h>
+#endif
 
 namespace VEXA_2_10 {
 namespace strings {
@@ -7,8 +23,157 @@ namespace _private {
 
 #if defined(__x86_64__) || defined(__i386__)
 
-void avx2_decode(u8 const*& p, u8 const* end, u16*& o) { ssse3_decode(p, end, o); }
-void avx2_decode(u8 const*& p, u8 const* end, wchar_t*& o) { ssse3_decode(p, end, o); }
+namespace {
+
+#define VEXA_AVX2 __attribute__((target("avx2,bmi,bmi2,popcnt")))
+
+VEXA_AVX2 inline __m256i load(void const* p) { return _mm256_loadu_si256(static_cast<__m256i const*>(p)); }
+VEXA_AVX2 inline __m128i load128(void const* p) { return _mm_loadu_si128(static_cast<__m128i const*>(p)); }
+VEXA_AVX2 inline unsigned mask8(__m256i v) { return static_cast<unsigned>(_mm256_movemask_epi8(v)); }
+VEXA_AVX2 inline __m256i bytes(char b) { return _mm256_set1_epi8(b); }
+
+// Eight units held in 16-bit lanes, stored in the output's unit size.
+VEXA_AVX2 inline void store_units(u16* o, __m128i units) { _mm_storeu_si128(reinterpret_cast<__m128i*>(o), units); }
+VEXA_AVX2 inline void store_units(wchar_t* o, __m128i units) {
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(o), _mm256_cvtepu16_epi32(units));
+}
+
+// Sixteen units held in 16-bit lanes.
+VEXA_AVX2 inline void store_units(u16* o, __m256i units) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(o), units); }
+VEXA_AVX2 inline void store_units(wchar_t* o, __m256i units) {
+  store_units(o, _mm256_castsi256_si128(units));
+  store_units(o + 8, _mm256_extracti128_si256(units, 1));
+}
+
+// Eight units held in 32-bit lanes (all below 0x10000).
+VEXA_AVX2 inline void store_wide_units(u16* o, __m256i units) {
+  __m256i const packed = _mm256_permute4x64_epi64(_mm256_packus_epi32(units, units), 0x08);
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm256_castsi256_si128(packed));
+}
+VEXA_AVX2 inline void store_wide_units(wchar_t* o, __m256i units) {
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(o), units);
+}
+
+// The units of 16 positions, taking the byte at each position (b0) and the
+// two after it (b1, b2) as a sequence of the length its lead byte says.
+VEXA_AVX2 inline __m256i decode_lanes(__m256i b0, __m256i b1, __m256i b2) {
+  __m256i const six = _mm256_set1_epi16(0x3F);
+  __m256i const tail = _mm256_and_si256(b1, six);
+  __m256i const two = _mm256_or_si256(_mm256_slli_epi16(_mm256_and_si256(b0, _mm256_set1_epi16(0x1F)), 6), tail);
+  // b0 < 0x100, so shifting by 12 in a 16-bit lane keeps exactly its low four bits.
+  __m256i const three = _mm256_or_si256(_mm256_or_si256(_mm256_slli_epi16(b0, 12), _mm256_slli_epi16(tail, 6)),
+                                        _mm256_and_si256(b2, six));
+  __m256i const is2 = _mm256_cmpeq_epi16(_mm256_and_si256(b0, _mm256_set1_epi16(0xE0)), _mm256_set1_epi16(0xC0));
+  __m256i const is3 = _mm256_cmpeq_epi16(_mm256_and_si256(b0, _mm256_set1_epi16(0xF0)), _mm256_set1_epi16(0xE0));
+  return _mm256_or_si256(_mm256_or_si256(_mm256_and_si256(is3, three), _mm256_and_si256(is2, two)),
+                         _mm256_andnot_si256(_mm256_or_si256(is2, is3), b0));
+}
+
+// Keeps the units of the positions set in `starts` (16 bits) of 16 units and
+// stores them; returns the new output position.
+template <typename Out>
+VEXA_AVX2 inline Out* keep_starts(Out* o, __m256i units, unsigned starts) {
+  unsigned const s0 = starts & 0xFFu;
+  unsigned const s1 = starts >> 8;
+  __m256i const control = _mm256_inserti128_si256(_mm256_castsi128_si256(load128(unicode_tables.keep16[s0])),
+                                                  load128(unicode_tables.keep16[s1]), 1);
+  __m256i const kept = _mm256_shuffle_epi8(units, control);
+  store_units(o, _mm256_castsi256_si128(kept));
+  o += unicode_tables.count[s0];
+  store_units(o, _mm256_extracti128_si256(kept, 1));
+  return o + unicode_tables.count[s1];
+}
+
+// Eight three-byte sequences from 24 bytes to eight units.
+template <typename Out>
+VEXA_AVX2 inline void decode_threes(u8 const* p, Out* o) {
+  __m256i const in = _mm256_inserti128_si256(_mm256_castsi128_si256(load128(p)), load128(p + 12), 1);
+  // Each 32-bit lane gets (b2, b1, b0, 0) of one sequence.
+  __m256i const order = _mm256_setr_epi8(2, 1, 0, -1, 5, 4, 3, -1, 8, 7, 6, -1, 11, 10, 9, -1,
+                                         2, 1, 0, -1, 5, 4, 3, -1, 8, 7, 6, -1, 11, 10, 9, -1);
+  __m256i const x = _mm256_shuffle_epi8(in, order);
+  __m256i const units = _mm256_or_si256(
+      _mm256_or_si256(_mm256_and_si256(x, _mm256_set1_epi32(0x3F)),
+                      _mm256_and_si256(_mm256_srli_epi32(x, 2), _mm256_set1_epi32(0xFC0))),
+      _mm256_and_si256(_mm256_srli_epi32(x, 4), _mm256_set1_epi32(0xF000)));
+  store_wide_units(o, units);
+}
+
+// A well-formed four-byte sequence at p, as decode_one in
+// unicode_transform.cpp does it; false, writing nothing, for anything else.
+template <typename Out>
+inline bool decode_four(u8 const*& p, u8 const* end, Out*& o) {
+  std::uint32_t const b = p[0];
+  if ((b & 0xF8u) != 0xF0u || end - p < 4) return false;
+  std::uint32_t const b1 = p[1], b2 = p[2], b3 = p[3];
+  if (((b1 & 0xC0u) != 0x80u) | ((b2 & 0xC0u) != 0x80u) | ((b3 & 0xC0u) != 0x80u)) return false;
+  if constexpr (sizeof(Out) == 2) {
+    std::uint32_t const plane = ((b & 7u) << 2) + ((b1 >> 4) & 3u) - 1u;
+    o[0] = static_cast<Out>((0xD800u + (plane << 6) + ((b1 & 0x0Fu) << 2) + ((b2 >> 4) & 3u)) & 0xFFFFu);
+    o[1] = static_cast<Out>(0xDC00u + ((b2 & 0x0Fu) << 6) + (b3 & 0x3Fu));
+    o += 2;
+  } else {
+    *o++ = static_cast<Out>(((b & 0x07u) << 18) | ((b1 & 0x3Fu) << 12) | ((b2 & 0x3Fu) << 6) | (b3 & 0x3Fu));
+  }
+  p += 4;
+  return true;
+}
+
+template <typename Out>
+VEXA_AVX2 void decode(u8 const*& p_in, u8 const* end, Out*& o_in) {
+  u8 const* p = p_in;
+  Out* o = o_in;
+  while (end - p >= 34) {
+    __m256i const v = load(p);
+    unsigned const high = mask8(v);
+    if (high == 0) {
+      store_units(o, _mm256_cvtepu8_epi16(_mm256_castsi256_si128(v)));
+      store_units(o + 16, _mm256_cvtepu8_epi16(_mm256_extracti128_si256(v, 1)));
+      p += 32;
+      o += 32;
+      continue;
+    }
+    unsigned const cont = mask8(_mm256_cmpeq_epi8(_mm256_and_si256(v, bytes(char(0xC0))), bytes(char(0x80))));
+    unsigned const lead3 = mask8(_mm256_cmpeq_epi8(_mm256_and_si256(v, bytes(char(0xF0))), bytes(char(0xE0))));
+    if ((lead3 & 0xFFFFFFu) == 0x249249u && (cont & 0xFFFFFFu) == 0xDB6DB6u) {
+      decode_threes(p, o);
+      p += 24;
+      o += 8;
+      continue;
+    }
+    unsigned const lead2 = mask8(_mm256_cmpeq_epi8(_mm256_and_si256(v, bytes(char(0xE0))), bytes(char(0xC0))));
+    // The block ends early at a sequence that runs past it and at any byte
+    // that is neither ASCII, a continuation nor a two- or three-byte lead.
+    unsigned const stop = (lead2 & 0x80000000u) | (lead3 & 0xC0000000u) | (high & ~(cont | lead2 | lead3));
+    unsigned const size = stop != 0 ? static_cast<unsigned>(__builtin_ctz(stop)) : 32u;
+    if (size == 0) {
+      if (decode_four(p, end, o)) continue;
+      break;
+    }
+    unsigned const window = size == 32 ? ~0u : (1u << size) - 1u;
+    unsigned const l2 = lead2 & window;
+    unsigned const l3 = lead3 & window;
+    if (((l2 << 1) | (l3 << 1) | (l3 << 2)) != (cont & window)) break;
+    unsigned const starts = ~cont & window;
+
+    __m256i const lo = decode_lanes(_mm256_cvtepu8_epi16(load128(p)), _mm256_cvtepu8_epi16(load128(p + 1)),
+                                    _mm256_cvtepu8_epi16(load128(p + 2)));
+    o = keep_starts(o, lo, starts & 0xFFFFu);
+    if (size > 16) {
+      __m256i const hi = decode_lanes(_mm256_cvtepu8_epi16(load128(p + 16)), _mm256_cvtepu8_epi16(load128(p + 17)),
+                                      _mm256_cvtepu8_epi16(load128(p + 18)));
+      o = keep_starts(o, hi, starts >> 16);
+    }
+    p += size;
+  }
+  p_in = p;
+  o_in = o;
+}
+
+}  // namespace
+
+void avx2_decode(u8 const*& p, u8 const* end, u16*& o) { decode(p, end, o); }
+void avx2_decode(u8 const*& p, u8 const* end, wchar_t*& o) { decode(p, end, o); }
 
 #endif
 

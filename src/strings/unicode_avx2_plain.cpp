@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "strings/unicode_kernels.hpp"
+#include "strings/unicode_tables.hpp"
 
 #if defined(__x86_64__) || defined(__i386__)
 #include <immintrin.h>
@@ -24,31 +25,7 @@ namespace {
 
 #define VEXA_AVX2 __attribute__((target("avx2,bmi,bmi2,popcnt")))
 
-struct lane_tables {
-  // keep32[m] moves the 32-bit lanes whose bit is set in m to the front.
-  std::int32_t keep32[256][8];
-  // keep16[m] moves the 16-bit lanes of a 128-bit half whose bit is set in m
-  // to the front.
-  std::uint8_t keep16[256][16];
-
-  constexpr lane_tables() : keep32{}, keep16{} {
-    for (unsigned m = 0; m < 256; ++m) {
-      unsigned n = 0;
-      for (unsigned lane = 0; lane < 8; ++lane) {
-        if ((m >> lane) & 1u) {
-          keep32[m][n] = static_cast<std::int32_t>(lane);
-          keep16[m][2 * n] = static_cast<std::uint8_t>(2 * lane);
-          keep16[m][2 * n + 1] = static_cast<std::uint8_t>(2 * lane + 1);
-          ++n;
-        }
-      }
-      for (unsigned i = n; i < 8; ++i) keep32[m][i] = 0;
-      for (unsigned i = 2 * n; i < 16; ++i) keep16[m][i] = 0x80;
-    }
-  }
-};
-
-alignas(64) constexpr lane_tables tables{};
+constexpr keep_tables const& tables = unicode_tables;
 
 VEXA_AVX2 inline __m256i load(void const* p) { return _mm256_loadu_si256(static_cast<__m256i const*>(p)); }
 VEXA_AVX2 inline __m128i load128(void const* p) { return _mm_loadu_si128(static_cast<__m128i const*>(p)); }

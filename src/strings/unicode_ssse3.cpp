@@ -13,6 +13,7 @@
 // done 4 units at a time in 32-bit lanes with one shuffle each. The variable
 // shuffles come from tables built at compile time.
 #include "strings/unicode_kernels.hpp"
+#include "strings/unicode_tables.hpp"
 
 #if defined(__x86_64__) || defined(__i386__)
 #include <tmmintrin.h>
@@ -28,10 +29,6 @@ namespace {
 
 
 struct shuffle_tables {
-  // keep16[m] moves the 16-bit lanes whose bit is set in m to the front;
-  // count[m] is the number of such lanes.
-  u8 keep16[256][16];
-  u8 count[256];
   // utf8[k] packs four 32-bit lanes that hold 1 + bit i + bit (i + 4) of k
   // UTF-8 bytes each (lane i); utf8_length[k] is the total.
   u8 utf8[256][16];
@@ -40,19 +37,8 @@ struct shuffle_tables {
   // where bit i of m is set; the total is 8 + count[m].
   u8 utf8_short[256][16];
 
-  constexpr shuffle_tables() : keep16{}, count{}, utf8{}, utf8_length{}, utf8_short{} {
+  constexpr shuffle_tables() : utf8{}, utf8_length{}, utf8_short{} {
     for (unsigned m = 0; m < 256; ++m) {
-      unsigned n = 0;
-      for (unsigned lane = 0; lane < 8; ++lane) {
-        if ((m >> lane) & 1u) {
-          keep16[m][2 * n] = static_cast<u8>(2 * lane);
-          keep16[m][2 * n + 1] = static_cast<u8>(2 * lane + 1);
-          ++n;
-        }
-      }
-      count[m] = static_cast<u8>(n);
-      for (unsigned i = 2 * n; i < 16; ++i) keep16[m][i] = 0x80;
-
       unsigned length = 0;
       for (unsigned lane = 0; lane < 4; ++lane) {
         unsigned const bytes = 1 + ((m >> lane) & 1u) + ((m >> (lane + 4)) & 1u);
@@ -141,10 +127,10 @@ VEXA_SSSE3 void decode(u8 const*& p_in, u8 const* end, Out*& o_in) {
     __m128i const v2 = load(p + 2);
     __m128i const lo = decode_lanes(_mm_unpacklo_epi8(v0, z), _mm_unpacklo_epi8(v1, z), _mm_unpacklo_epi8(v2, z));
     __m128i const hi = decode_lanes(_mm_unpackhi_epi8(v0, z), _mm_unpackhi_epi8(v1, z), _mm_unpackhi_epi8(v2, z));
-    store_units(o, _mm_shuffle_epi8(lo, load(tables.keep16[starts & 0xFFu])));
-    o += tables.count[starts & 0xFFu];
-    store_units(o, _mm_shuffle_epi8(hi, load(tables.keep16[starts >> 8])));
-    o += tables.count[starts >> 8];
+    store_units(o, _mm_shuffle_epi8(lo, load(unicode_tables.keep16[starts & 0xFFu])));
+    o += unicode_tables.count[starts & 0xFFu];
+    store_units(o, _mm_shuffle_epi8(hi, load(unicode_tables.keep16[starts >> 8])));
+    o += unicode_tables.count[starts >> 8];
     p += size;
   }
   p_in = p;
@@ -182,7 +168,7 @@ VEXA_SSSE3 inline unsigned encode_short_lanes(u8* o, __m128i v) {
   __m128i const two = _mm_or_si128(lead, _mm_slli_epi16(last, 8));
   __m128i const bytes = _mm_or_si128(_mm_and_si128(ascii, v), _mm_andnot_si128(ascii, two));
   store(o, _mm_shuffle_epi8(bytes, load(tables.utf8_short[wide])));
-  return 8u + tables.count[wide];
+  return 8u + unicode_tables.count[wide];
 }
 
 // Eight code points from 0x800 to 0xFFFF (no surrogates) in 16-bit lanes
