@@ -2,7 +2,8 @@
 //
 // Each step looks at 32 bytes. ASCII is widened as it is. A run of eight
 // three-byte sequences (ideographs, syllables) is gathered into 32-bit lanes
-// by one fixed shuffle per 128-bit half and assembled with three masks.
+// by one fixed shuffle per 128-bit half and assembled with three masks; a
+// run of eight four-byte sequences (emoji) is assembled in place.
 // Any other mix of one- to three-byte sequences is checked as a whole (every
 // continuation byte sits exactly where a lead byte says), a unit is computed
 // at every position as if a sequence started there, and the units of the real
@@ -99,6 +100,26 @@ VEXA_AVX2 inline void decode_threes(u8 const* p, Out* o) {
   store_wide_units(o, units);
 }
 
+// Eight four-byte sequences (32 bytes, emoji) to eight code points, or to
+// eight pairs computed from the bits as decode_one in unicode_transform.cpp
+// does: the high unit is 0xD7C0 + (c >> 10), which wraps below 0xD800 for
+// the overlong F0 80..8F forms exactly as its "- 1" does.
+template <typename Out>
+VEXA_AVX2 inline void decode_fours(__m256i x, Out* o) {
+  __m256i const c = _mm256_or_si256(
+      _mm256_or_si256(_mm256_and_si256(_mm256_slli_epi32(x, 18), _mm256_set1_epi32(0x1C0000)),
+                      _mm256_and_si256(_mm256_slli_epi32(x, 4), _mm256_set1_epi32(0x3F000))),
+      _mm256_or_si256(_mm256_and_si256(_mm256_srli_epi32(x, 10), _mm256_set1_epi32(0xFC0)),
+                      _mm256_and_si256(_mm256_srli_epi32(x, 24), _mm256_set1_epi32(0x3F))));
+  if constexpr (sizeof(Out) == 2) {
+    __m256i const high = _mm256_add_epi32(_mm256_srli_epi32(c, 10), _mm256_set1_epi32(0xD7C0));
+    __m256i const low = _mm256_add_epi32(_mm256_and_si256(c, _mm256_set1_epi32(0x3FF)), _mm256_set1_epi32(0xDC00));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(o), _mm256_or_si256(high, _mm256_slli_epi32(low, 16)));
+  } else {
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(o), c);
+  }
+}
+
 // A well-formed four-byte sequence at p, as decode_one in
 // unicode_transform.cpp does it; false, writing nothing, for anything else.
 template <typename Out>
@@ -134,6 +155,13 @@ VEXA_AVX2 void decode(u8 const*& p_in, u8 const* end, Out*& o_in) {
       continue;
     }
     unsigned const cont = mask8(_mm256_cmpeq_epi8(_mm256_and_si256(v, bytes(char(0xC0))), bytes(char(0x80))));
+    if (cont == 0xEEEEEEEEu &&
+        mask8(_mm256_cmpeq_epi8(_mm256_and_si256(v, bytes(char(0xF8))), bytes(char(0xF0)))) == 0x11111111u) {
+      decode_fours(v, o);
+      p += 32;
+      o += 32 / sizeof(Out);
+      continue;
+    }
     unsigned const lead3 = mask8(_mm256_cmpeq_epi8(_mm256_and_si256(v, bytes(char(0xF0))), bytes(char(0xE0))));
     if ((lead3 & 0xFFFFFFu) == 0x249249u && (cont & 0xFFFFFFu) == 0xDB6DB6u) {
       decode_threes(p, o);

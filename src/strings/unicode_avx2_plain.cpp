@@ -175,6 +175,17 @@ VEXA_AVX2 void avx2_widen(u16 const*& p_in, u16 const* end, wchar_t*& o_in) {
       o += 16;
       continue;
     }
+    // Eight pairs in a row (emoji) in 32-bit lanes, high unit first.
+    __m256i const pair_kinds = _mm256_and_si256(v, _mm256_set1_epi32(static_cast<int>(0xFC00FC00u)));
+    if (mask8(_mm256_cmpeq_epi32(pair_kinds, _mm256_set1_epi32(static_cast<int>(0xDC00D800u)))) == 0xFFFFFFFFu) {
+      __m256i const ten = _mm256_set1_epi32(0x3FF);
+      store(o, _mm256_add_epi32(_mm256_or_si256(_mm256_slli_epi32(_mm256_and_si256(v, ten), 10),
+                                                _mm256_and_si256(_mm256_srli_epi32(v, 16), ten)),
+                                _mm256_set1_epi32(0x10000)));
+      p += 16;
+      o += 8;
+      continue;
+    }
     // Eight units and the one after them, with their pairs formed.
     __m256i const a = _mm256_cvtepu16_epi32(load128(p));
     __m256i const b = _mm256_cvtepu16_epi32(load128(p + 1));
