@@ -70,21 +70,6 @@ VEXA_AVX2 inline __m256i decode_lanes(__m256i b0, __m256i b1, __m256i b2) {
                          _mm256_andnot_si256(_mm256_or_si256(is2, is3), b0));
 }
 
-// Keeps the units of the positions set in `starts` (16 bits) of 16 units and
-// stores them; returns the new output position.
-template <typename Out>
-VEXA_AVX2 inline Out* keep_starts(Out* o, __m256i units, unsigned starts) {
-  unsigned const s0 = starts & 0xFFu;
-  unsigned const s1 = starts >> 8;
-  __m256i const control = _mm256_inserti128_si256(_mm256_castsi128_si256(load128(unicode_tables.keep16[s0])),
-                                                  load128(unicode_tables.keep16[s1]), 1);
-  __m256i const kept = _mm256_shuffle_epi8(units, control);
-  store_units(o, _mm256_castsi256_si128(kept));
-  o += unicode_tables.count[s0];
-  store_units(o, _mm256_extracti128_si256(kept, 1));
-  return o + unicode_tables.count[s1];
-}
-
 // Eight three-byte sequences from 24 bytes to eight units.
 template <typename Out>
 VEXA_AVX2 inline void decode_threes(u8 const* p, Out* o) {
@@ -118,6 +103,60 @@ VEXA_AVX2 inline void decode_fours(__m256i x, Out* o) {
   } else {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(o), c);
   }
+}
+
+// Keeps the units of the positions set in `starts` (16 bits) of 16 units and
+// stores them; returns the new output position.
+template <typename Out>
+VEXA_AVX2 inline Out* keep_starts(Out* o, __m256i units, unsigned starts) {
+  unsigned const s0 = starts & 0xFFu;
+  unsigned const s1 = starts >> 8;
+  __m256i const control = _mm256_inserti128_si256(_mm256_castsi128_si256(load128(unicode_tables.keep16[s0])),
+                                                  load128(unicode_tables.keep16[s1]), 1);
+  __m256i const kept = _mm256_shuffle_epi8(units, control);
+  store_units(o, _mm256_castsi256_si128(kept));
+  o += unicode_tables.count[s0];
+  store_units(o, _mm256_extracti128_si256(kept, 1));
+  return o + unicode_tables.count[s1];
+}
+
+// What a window of text holds besides ASCII and continuation bytes, so that
+// its units are computed with only the steps it needs.
+enum class mix { twos, threes, twos_and_threes };
+
+// The units of the 16 positions from q, taking the byte at each position and
+// the two after it as a sequence of the length its lead byte says.
+template <mix M>
+VEXA_AVX2 inline __m256i units_at(u8 const* q) {
+  __m256i const b0 = _mm256_cvtepu8_epi16(load128(q));
+  __m256i const b1 = _mm256_cvtepu8_epi16(load128(q + 1));
+  __m256i const six = _mm256_set1_epi16(0x3F);
+  __m256i const tail = _mm256_and_si256(b1, six);
+  // In a window that holds one kind of lead, every byte from 0xC0 up is one.
+  __m256i const lead = _mm256_cmpgt_epi16(b0, _mm256_set1_epi16(0xBF));
+  if constexpr (M == mix::twos) {
+    __m256i const two = _mm256_or_si256(_mm256_slli_epi16(_mm256_and_si256(b0, _mm256_set1_epi16(0x1F)), 6), tail);
+    return _mm256_blendv_epi8(b0, two, lead);
+  } else {
+    __m256i const b2 = _mm256_cvtepu8_epi16(load128(q + 2));
+    // b0 < 0x100, so shifting by 12 in a 16-bit lane keeps exactly its low four bits.
+    __m256i const three = _mm256_or_si256(_mm256_or_si256(_mm256_slli_epi16(b0, 12), _mm256_slli_epi16(tail, 6)),
+                                          _mm256_and_si256(b2, six));
+    if constexpr (M == mix::threes) {
+      return _mm256_blendv_epi8(b0, three, lead);
+    } else {
+      return decode_lanes(b0, b1, b2);
+    }
+  }
+}
+
+// The units of the sequences that start in the first `size` bytes at p
+// (`starts` marks them; none runs past `size`).
+template <mix M, typename Out>
+VEXA_AVX2 inline Out* decode_window(u8 const* p, Out* o, unsigned starts, unsigned size) {
+  o = keep_starts(o, units_at<M>(p), starts & 0xFFFFu);
+  if (size > 16) o = keep_starts(o, units_at<M>(p + 16), starts >> 16);
+  return o;
 }
 
 // A well-formed four-byte sequence at p, as decode_one in
@@ -184,13 +223,12 @@ VEXA_AVX2 void decode(u8 const*& p_in, u8 const* end, Out*& o_in) {
     if (((l2 << 1) | (l3 << 1) | (l3 << 2)) != (cont & window)) break;
     unsigned const starts = ~cont & window;
 
-    __m256i const lo = decode_lanes(_mm256_cvtepu8_epi16(load128(p)), _mm256_cvtepu8_epi16(load128(p + 1)),
-                                    _mm256_cvtepu8_epi16(load128(p + 2)));
-    o = keep_starts(o, lo, starts & 0xFFFFu);
-    if (size > 16) {
-      __m256i const hi = decode_lanes(_mm256_cvtepu8_epi16(load128(p + 16)), _mm256_cvtepu8_epi16(load128(p + 17)),
-                                      _mm256_cvtepu8_epi16(load128(p + 18)));
-      o = keep_starts(o, hi, starts >> 16);
+    if (l3 == 0) {
+      o = decode_window<mix::twos>(p, o, starts, size);
+    } else if (l2 == 0) {
+      o = decode_window<mix::threes>(p, o, starts, size);
+    } else {
+      o = decode_window<mix::twos_and_threes>(p, o, starts, size);
     }
     p += size;
   }
