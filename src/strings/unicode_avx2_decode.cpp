@@ -153,9 +153,10 @@ VEXA_AVX2 inline __m256i units_at(u8 const* q) {
 // The units of the sequences that start in the first `size` bytes at p
 // (`starts` marks them; none runs past `size`).
 template <mix M, typename Out>
-VEXA_AVX2 inline Out* decode_window(u8 const* p, Out* o, unsigned starts, unsigned size) {
-  o = keep_starts(o, units_at<M>(p), starts & 0xFFFFu);
-  if (size > 16) o = keep_starts(o, units_at<M>(p + 16), starts >> 16);
+VEXA_AVX2 inline Out* decode_window(u8 const* p, Out* o, std::uint64_t starts, unsigned size) {
+  for (unsigned at = 0; at < size; at += 16) {
+    o = keep_starts(o, units_at<M>(p + at), static_cast<unsigned>(starts >> at) & 0xFFFFu);
+  }
   return o;
 }
 
@@ -209,19 +210,35 @@ VEXA_AVX2 void decode(u8 const*& p_in, u8 const* end, Out*& o_in) {
       continue;
     }
     unsigned const lead2 = mask8(_mm256_cmpeq_epi8(_mm256_and_si256(v, bytes(char(0xE0))), bytes(char(0xC0))));
-    // The block ends early at a sequence that runs past it and at any byte
+    // Mixed text goes in windows of up to 64 bytes where that many remain,
+    // which spends the checks below on twice the text.
+    std::uint64_t all_high = high, all_cont = cont, all_lead2 = lead2, all_lead3 = lead3;
+    std::uint64_t edge = std::uint64_t{1} << 32;  // the first byte not looked at
+    if (end - p >= 66) {
+      __m256i const w = load(p + 32);
+      all_high |= std::uint64_t{mask8(w)} << 32;
+      all_cont |= std::uint64_t{mask8(_mm256_cmpeq_epi8(_mm256_and_si256(w, bytes(char(0xC0))), bytes(char(0x80))))} << 32;
+      all_lead2 |= std::uint64_t{mask8(_mm256_cmpeq_epi8(_mm256_and_si256(w, bytes(char(0xE0))), bytes(char(0xC0))))}
+                   << 32;
+      all_lead3 |= std::uint64_t{mask8(_mm256_cmpeq_epi8(_mm256_and_si256(w, bytes(char(0xF0))), bytes(char(0xE0))))}
+                   << 32;
+      edge = 0;
+    }
+    // The window ends early at a sequence that runs past it and at any byte
     // that is neither ASCII, a continuation nor a two- or three-byte lead.
-    unsigned const stop = (lead2 & 0x80000000u) | (lead3 & 0xC0000000u) | (high & ~(cont | lead2 | lead3));
-    unsigned const size = stop != 0 ? static_cast<unsigned>(__builtin_ctz(stop)) : 32u;
+    std::uint64_t const last = edge != 0 ? edge >> 1 : std::uint64_t{1} << 63;
+    std::uint64_t const stop = edge | (all_lead2 & last) | (all_lead3 & (last | (last >> 1))) |
+                               (all_high & ~(all_cont | all_lead2 | all_lead3));
+    unsigned const size = stop != 0 ? static_cast<unsigned>(__builtin_ctzll(stop)) : 64u;
     if (size == 0) {
       if (decode_four(p, end, o)) continue;
       break;
     }
-    unsigned const window = size == 32 ? ~0u : (1u << size) - 1u;
-    unsigned const l2 = lead2 & window;
-    unsigned const l3 = lead3 & window;
-    if (((l2 << 1) | (l3 << 1) | (l3 << 2)) != (cont & window)) break;
-    unsigned const starts = ~cont & window;
+    std::uint64_t const window = size == 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << size) - 1u;
+    std::uint64_t const l2 = all_lead2 & window;
+    std::uint64_t const l3 = all_lead3 & window;
+    if (((l2 << 1) | (l3 << 1) | (l3 << 2)) != (all_cont & window)) break;
+    std::uint64_t const starts = ~all_cont & window;
 
     if (l3 == 0) {
       o = decode_window<mix::twos>(p, o, starts, size);
