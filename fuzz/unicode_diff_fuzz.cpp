@@ -1,6 +1,6 @@
 // Fuzz target: the block kernels of the transforms against the plain rules.
 //
-// Every kernel set the processor has (portable, SSSE3, AVX2) is run on each
+// Every kernel set the processor has (portable, SSSE3, AVX2, AVX-512) is run on each
 // input. Random bytes seldom hold the long runs of well-formed text that the
 // kernels take, so this target builds its text from the input as a
 // recipe: byte 0 picks the source encoding (0 UTF-8, 1 UTF-16, 2 UTF-32),
@@ -115,7 +115,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   }
   // Every kernel set this processor has must give the same, plain results.
   using strings::_private::unicode_kernel;
-  for (unicode_kernel kernel : {unicode_kernel::portable, unicode_kernel::ssse3, unicode_kernel::avx2}) {
+  for (unicode_kernel kernel :
+       {unicode_kernel::portable, unicode_kernel::ssse3, unicode_kernel::avx2, unicode_kernel::avx512}) {
     if (!strings::_private::force_unicode_kernel(kernel)) continue;
     if (text.source == 0) vexa_fuzz::check_from(strings::ustring8(text.text8), true);
     if (text.source == 1) vexa_fuzz::check_from(strings::ustring16(text.text16), true);

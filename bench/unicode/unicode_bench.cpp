@@ -188,7 +188,8 @@ void register_all() {
     };
     sample const* p = &s;
     // Ours once per kernel set this processor has, "vexa-avx2" and so on.
-    for (unicode_kernel kernel : {unicode_kernel::avx2, unicode_kernel::ssse3, unicode_kernel::portable}) {
+    for (unicode_kernel kernel :
+         {unicode_kernel::avx512, unicode_kernel::avx2, unicode_kernel::ssse3, unicode_kernel::portable}) {
       if (!_private::unicode_kernel_available(kernel)) continue;
       std::string const who = std::string("vexa-") + _private::unicode_kernel_name(kernel);
       auto with = [kernel](auto body) {

@@ -29,6 +29,10 @@ unicode_kernels const avx2_set = {
     unicode_kernel::avx2, avx2_decode, avx2_decode, avx2_encode, avx2_encode,
     avx2_widen, avx2_narrow, VEXA_LENGTH_PASSES(avx2)};
 
+unicode_kernels const avx512_set = {
+    unicode_kernel::avx512, avx512_decode, avx512_decode, avx512_encode, avx512_encode,
+    avx512_widen, avx512_narrow, VEXA_LENGTH_PASSES(avx512)};
+
 bool cpu_has(unicode_kernel kernel) {
   __builtin_cpu_init();
   switch (kernel) {
@@ -37,6 +41,12 @@ bool cpu_has(unicode_kernel kernel) {
     case unicode_kernel::avx2:
       return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi2") &&
              __builtin_cpu_supports("popcnt");
+    // The AVX-512 kernels pack their results with VBMI2's compress; a
+    // processor with AVX-512 but without it keeps the AVX2 set.
+    case unicode_kernel::avx512:
+      return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+             __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi2") &&
+             __builtin_cpu_supports("bmi2") && __builtin_cpu_supports("popcnt");
   }
   return false;
 }
@@ -53,6 +63,7 @@ unicode_kernels const* set_of(unicode_kernel kernel) {
 #if defined(__x86_64__) || defined(__i386__)
     case unicode_kernel::ssse3: return &ssse3_set;
     case unicode_kernel::avx2: return &avx2_set;
+    case unicode_kernel::avx512: return &avx512_set;
 #else
     default: return nullptr;
 #endif
@@ -61,7 +72,7 @@ unicode_kernels const* set_of(unicode_kernel kernel) {
 }
 
 unicode_kernels const* best_set() {
-  for (unicode_kernel k : {unicode_kernel::avx2, unicode_kernel::ssse3}) {
+  for (unicode_kernel k : {unicode_kernel::avx512, unicode_kernel::avx2, unicode_kernel::ssse3}) {
     if (unicode_kernels const* set = set_of(k)) return set;
   }
   return &portable_set;
@@ -92,6 +103,7 @@ char const* unicode_kernel_name(unicode_kernel kernel) {
     case unicode_kernel::portable: return "portable";
     case unicode_kernel::ssse3: return "ssse3";
     case unicode_kernel::avx2: return "avx2";
+    case unicode_kernel::avx512: return "avx512";
   }
   return "unknown";
 }

@@ -1,5 +1,5 @@
 // The block kernels behind the Unicode transforms, one table per processor
-// level (portable: SSE2 or plain words; SSSE3; AVX2), and the length passes
+// level (portable: SSE2 or plain words; SSSE3; AVX2; AVX-512), and the length passes
 // that size each result exactly before it is written.
 //
 // A kernel converts, from p, the longest run of text it can take whole and
@@ -91,6 +91,20 @@ std::size_t avx2_utf8_length_of_utf16(u16 const* p, std::size_t n);
 std::size_t avx2_utf8_length_of_utf32(wchar_t const* p, std::size_t n);
 std::size_t avx2_utf32_length_of_utf16(u16 const* p, std::size_t n);
 std::size_t avx2_utf16_length_of_utf32(wchar_t const* p, std::size_t n);
+
+// AVX-512 (unicode_avx512.cpp).
+void avx512_decode(u8 const*& p, u8 const* end, u16*& o);
+void avx512_decode(u8 const*& p, u8 const* end, wchar_t*& o);
+void avx512_encode(u16 const*& p, u16 const* end, u8*& o);
+void avx512_encode(wchar_t const*& p, wchar_t const* end, u8*& o);
+void avx512_widen(u16 const*& p, u16 const* end, wchar_t*& o);
+void avx512_narrow(wchar_t const*& p, wchar_t const* end, u16*& o);
+std::size_t avx512_utf16_length_of_utf8(u8 const* p, std::size_t n);
+std::size_t avx512_utf32_length_of_utf8(u8 const* p, std::size_t n);
+std::size_t avx512_utf8_length_of_utf16(u16 const* p, std::size_t n);
+std::size_t avx512_utf8_length_of_utf32(wchar_t const* p, std::size_t n);
+std::size_t avx512_utf32_length_of_utf16(u16 const* p, std::size_t n);
+std::size_t avx512_utf16_length_of_utf32(wchar_t const* p, std::size_t n);
 
 }  // namespace _private
 }  // namespace strings

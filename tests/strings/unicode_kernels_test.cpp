@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "strings/unicode_kernel_sets.hpp"
 #include "unicode_reference.hpp"
 
 namespace {
@@ -22,19 +23,29 @@ using namespace vexa::strings;
 namespace reference = vexa_fuzz::reference;
 using _private::unicode_kernel;
 
-unicode_kernel const all_kernels[] = {unicode_kernel::portable, unicode_kernel::ssse3, unicode_kernel::avx2};
+using vexa_test::kernel_transforms;
 
-// Runs `test` once under each kernel set this processor has, then restores
-// the set that was in use.
+unicode_kernel const all_kernels[] = {unicode_kernel::portable, unicode_kernel::ssse3, unicode_kernel::avx2,
+                                      unicode_kernel::avx512};
+
+// Runs `test` with the transforms of each kernel set this processor has,
+// then restores the set that was in use; then with each set built over the
+// software model of instructions.
 template <typename Test>
 void for_each_kernel(Test test) {
   unicode_kernel const before = _private::current_unicode_kernel();
+  kernel_transforms const library = {"", utf8_to_utf16, utf8_to_utf32, utf16_to_utf8,
+                                     utf16_to_utf32, utf32_to_utf8, utf32_to_utf16};
   for (unicode_kernel kernel : all_kernels) {
     if (!_private::force_unicode_kernel(kernel)) continue;
     SCOPED_TRACE(std::string("kernel ") + _private::unicode_kernel_name(kernel));
-    test();
+    test(library);
   }
   _private::force_unicode_kernel(before);
+  for (kernel_transforms const& set : vexa_test::modelled_kernel_sets()) {
+    SCOPED_TRACE("kernel " + set.name);
+    test(set);
+  }
 }
 
 template <typename String>
@@ -53,17 +64,17 @@ template <typename Got, typename Want, typename Source>
                                        << "\n  expected " << hex(want);
 }
 
-void check(ustring8 const& s) {
-  EXPECT_TRUE(same("utf8_to_utf16", s, utf8_to_utf16(s), reference::utf8_to_utf16(s)));
-  EXPECT_TRUE(same("utf8_to_utf32", s, utf8_to_utf32(s), reference::utf8_to_utf32(s)));
+void check(kernel_transforms const& t, ustring8 const& s) {
+  EXPECT_TRUE(same("utf8_to_utf16", s, t.utf8_to_utf16(s), reference::utf8_to_utf16(s)));
+  EXPECT_TRUE(same("utf8_to_utf32", s, t.utf8_to_utf32(s), reference::utf8_to_utf32(s)));
 }
-void check(ustring16 const& s) {
-  EXPECT_TRUE(same("utf16_to_utf8", s, utf16_to_utf8(s), reference::utf16_to_utf8(s)));
-  EXPECT_TRUE(same("utf16_to_utf32", s, utf16_to_utf32(s), reference::utf16_to_utf32(s)));
+void check(kernel_transforms const& t, ustring16 const& s) {
+  EXPECT_TRUE(same("utf16_to_utf8", s, t.utf16_to_utf8(s), reference::utf16_to_utf8(s)));
+  EXPECT_TRUE(same("utf16_to_utf32", s, t.utf16_to_utf32(s), reference::utf16_to_utf32(s)));
 }
-void check(ustring32 const& s) {
-  EXPECT_TRUE(same("utf32_to_utf8", s, utf32_to_utf8(s), reference::utf32_to_utf8(s)));
-  EXPECT_TRUE(same("utf32_to_utf16", s, utf32_to_utf16(s), reference::utf32_to_utf16(s)));
+void check(kernel_transforms const& t, ustring32 const& s) {
+  EXPECT_TRUE(same("utf32_to_utf8", s, t.utf32_to_utf8(s), reference::utf32_to_utf8(s)));
+  EXPECT_TRUE(same("utf32_to_utf16", s, t.utf32_to_utf16(s), reference::utf32_to_utf16(s)));
 }
 
 // Well-formed fills the kernels take in blocks: ASCII, two-byte letters,
@@ -134,24 +145,24 @@ TEST(UnicodeKernels, NamedCasesAtEveryOffset) {
       {"0x110000 skipped or refused", {0x110000}}, {"negative", {0xFFFFFFFEu}}, {"-1", {0xFFFFFFFFu}},
       {"0x7FFFFFFF", {0x7FFFFFFFu}}, {"U+10FFFF", {0x10FFFF}},
   };
-  for_each_kernel([&] {
+  for_each_kernel([&](kernel_transforms const& t) {
     for (std::u32string const& fill : fills) {
       std::u32string const base = repeated(fill, 70);
       for (std::size_t at = 0; at <= base.size(); ++at) {
         std::u32string const head = base.substr(0, at), tail = base.substr(at);
         for (case8 const& c : cases8) {
           SCOPED_TRACE(c.name);
-          check(ustring8(to8(head) + c.bytes + to8(tail)));
+          check(t, ustring8(to8(head) + c.bytes + to8(tail)));
         }
         for (case16 const& c : cases16) {
           SCOPED_TRACE(c.name);
-          check(ustring16(to16(head) + reference::text16(c.units.begin(), c.units.end()) + to16(tail)));
+          check(t, ustring16(to16(head) + reference::text16(c.units.begin(), c.units.end()) + to16(tail)));
         }
         for (case32 const& c : cases32) {
           SCOPED_TRACE(c.name);
           reference::text32 middle;
           for (std::uint32_t u : c.units) middle.push_back(static_cast<wchar_t>(u));
-          check(ustring32(to32(head) + middle + to32(tail)));
+          check(t, ustring32(to32(head) + middle + to32(tail)));
         }
       }
       if (HasFailure()) return;
@@ -176,22 +187,22 @@ TEST(UnicodeKernels, RandomMixes) {
     }
     texts.push_back(s);
   }
-  for_each_kernel([&] {
+  for_each_kernel([&](kernel_transforms const& t) {
     std::mt19937 damage(7);
     for (std::u32string const& s : texts) {
       ustring8 a = to8(s);
       ustring16 b = to16(s);
       ustring32 c = to32(s);
-      check(a);
-      check(b);
-      check(c);
+      check(t, a);
+      check(t, b);
+      check(t, c);
       if (!a.empty() && damage() % 2 == 0) {
         a[damage() % a.size()] = static_cast<char>(damage());
         b[damage() % b.size()] = static_cast<unsigned short>(0xD800 + damage() % 0x800);
         c[damage() % c.size()] = static_cast<wchar_t>(damage());
-        check(a);
-        check(b);
-        check(c);
+        check(t, a);
+        check(t, b);
+        check(t, c);
       }
       if (HasFailure()) return;
     }
@@ -207,18 +218,18 @@ TEST(UnicodeKernels, SampleTextsWholeAndDamaged) {
     texts.emplace_back(std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()));
   }
   if (texts.empty()) GTEST_SKIP() << "no sample texts in " << VEXA_TEST_UNICODE_DIR;
-  for_each_kernel([&] {
+  for_each_kernel([&](kernel_transforms const& t) {
     std::mt19937 rng(11);
     for (ustring8 const& text : texts) {
-      check(text);
-      check(ustring16(reference::utf8_to_utf16(text)));
-      check(ustring32(reference::utf8_to_utf32(text)));
+      check(t, text);
+      check(t, ustring16(reference::utf8_to_utf16(text)));
+      check(t, ustring32(reference::utf8_to_utf32(text)));
       for (int round = 0; round < 8; ++round) {
         ustring8 damaged = text;
         for (int k = 0; k < 3; ++k) damaged[rng() % damaged.size()] = static_cast<char>(rng());
-        check(damaged);
+        check(t, damaged);
         // Cutting at any byte leaves a truncated sequence at the end.
-        check(ustring8(text.substr(0, rng() % text.size())));
+        check(t, ustring8(text.substr(0, rng() % text.size())));
       }
       if (HasFailure()) return;
     }

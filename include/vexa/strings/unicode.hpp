@@ -171,7 +171,7 @@ VEXA_API bool validate_utf8(char const* s, unsigned long n);
 // machine has; the library reads no environment variable to choose.
 namespace _private {
 
-enum class unicode_kernel { portable, ssse3, avx2 };
+enum class unicode_kernel { portable, ssse3, avx2, avx512 };
 
 // Whether this processor can run the kernel set.
 VEXA_API bool unicode_kernel_available(unicode_kernel kernel);
@@ -181,7 +181,7 @@ VEXA_API bool unicode_kernel_available(unicode_kernel kernel);
 // transforms text.
 VEXA_API bool force_unicode_kernel(unicode_kernel kernel);
 
-// The set in use ("portable", "ssse3", "avx2" for unicode_kernel_name).
+// The set in use ("portable", "ssse3", "avx2", "avx512" for unicode_kernel_name).
 VEXA_API unicode_kernel current_unicode_kernel();
 VEXA_API char const* unicode_kernel_name(unicode_kernel kernel);
 
