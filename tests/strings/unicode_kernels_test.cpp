@@ -23,7 +23,7 @@ using namespace vexa::strings;
 namespace reference = vexa_fuzz::reference;
 using _private::unicode_kernel;
 
-using vexa_test::kernel_transforms;
+using kernel_transforms = vexa_fuzz::unicode_transforms;
 
 unicode_kernel const all_kernels[] = {unicode_kernel::portable, unicode_kernel::ssse3, unicode_kernel::avx2,
                                       unicode_kernel::avx512};
@@ -34,16 +34,14 @@ unicode_kernel const all_kernels[] = {unicode_kernel::portable, unicode_kernel::
 template <typename Test>
 void for_each_kernel(Test test) {
   unicode_kernel const before = _private::current_unicode_kernel();
-  kernel_transforms const library = {"", utf8_to_utf16, utf8_to_utf32, utf16_to_utf8,
-                                     utf16_to_utf32, utf32_to_utf8, utf32_to_utf16};
   for (unicode_kernel kernel : all_kernels) {
     if (!_private::force_unicode_kernel(kernel)) continue;
     SCOPED_TRACE(std::string("kernel ") + _private::unicode_kernel_name(kernel));
-    test(library);
+    test(vexa_fuzz::library_transforms());
   }
   _private::force_unicode_kernel(before);
   for (kernel_transforms const& set : vexa_test::modelled_kernel_sets()) {
-    SCOPED_TRACE("kernel " + set.name);
+    SCOPED_TRACE(std::string("kernel ") + set.name);
     test(set);
   }
 }
