@@ -213,23 +213,24 @@ String from_utf8(ustring8 const& text, bool lenient, unicode_kernels const& kern
   Out* o = out.begin();
   bool grown = false;
   while (p < end) {
-    if (*p < 0xF0) {
-      decode(p, end, o);
-      if (p == end) break;
+    decode(p, end, o);
+    // The kernel stopped at text it does not take: the next characters go
+    // one by one before it is asked again.
+    for (int k = 0; k < 8 && p < end; ++k) {
+      if (decode_one(p, end, o)) continue;
+      if (!lenient) return minus_one<String>();
+      // From here on a byte may give a '?' the length pass did not count,
+      // but never more than one unit.
+      if (!grown) {
+        o = out.reserve(o, static_cast<size_t>(end - p));
+        grown = true;
+      }
+      // '?' for the malformed sequence. At the very start the text is taken
+      // as unreadable and the conversion ends; later it resumes at the next byte.
+      *o++ = static_cast<Out>('?');
+      if (p == begin) return out.finish(o);
+      ++p;
     }
-    if (decode_one(p, end, o)) continue;
-    if (!lenient) return minus_one<String>();
-    // From here on a byte may give a '?' the length pass did not count,
-    // but never more than one unit.
-    if (!grown) {
-      o = out.reserve(o, static_cast<size_t>(end - p));
-      grown = true;
-    }
-    // '?' for the malformed sequence. At the very start the text is taken
-    // as unreadable and the conversion ends; later it resumes at the next byte.
-    *o++ = static_cast<Out>('?');
-    if (p == begin) break;
-    ++p;
   }
   return out.finish(o);
 }
@@ -277,18 +278,20 @@ inline ustring32 utf16_to_utf32(ustring16 const& text, unicode_kernels const& ke
   wchar_t* o = out.begin();
   while (p < end) {
     kernels.widen(p, end, o);
-    if (p == end) break;
-    std::uint32_t const u = *p;
-    if (u - 0xD800u >= 0x800u) {
-      *o++ = static_cast<wchar_t>(u);
-      ++p;
-      continue;
+    // The next characters go one by one before the kernel is asked again.
+    for (int k = 0; k < 8 && p < end; ++k) {
+      std::uint32_t const u = *p;
+      if (u - 0xD800u >= 0x800u) {
+        *o++ = static_cast<wchar_t>(u);
+        ++p;
+        continue;
+      }
+      if (u > 0xDBFF || end - p < 2) return minus_one<ustring32>();
+      std::uint32_t const low = p[1];
+      if (low - 0xDC00u >= 0x400u) return minus_one<ustring32>();
+      *o++ = static_cast<wchar_t>((u << 10) + low - 0x35FDC00u);
+      p += 2;
     }
-    if (u > 0xDBFF || end - p < 2) return minus_one<ustring32>();
-    std::uint32_t const low = p[1];
-    if (low - 0xDC00u >= 0x400u) return minus_one<ustring32>();
-    *o++ = static_cast<wchar_t>((u << 10) + low - 0x35FDC00u);
-    p += 2;
   }
   return out.finish(o);
 }
@@ -302,25 +305,26 @@ inline ustring16 utf32_to_utf16(ustring32 const& text, unicode_kernels const& ke
   u16* o = out.begin();
   while (p < end) {
     kernels.narrow(p, end, o);
-    if (p == end) break;
-    std::int32_t const c = *p;
-    ++p;
-    if (c < 0xFFFF) {  // signed: negative units give their low 16 bits
-      if (c >= 0xD800 && c <= 0xDFFF) return minus_one<ustring16>();
-      *o++ = static_cast<u16>(static_cast<std::uint32_t>(c) & 0xFFFFu);
-      continue;
+    // The next units go one by one before the kernel is asked again.
+    for (int k = 0; k < 8 && p < end; ++k) {
+      std::int32_t const c = *p;
+      ++p;
+      if (c < 0xFFFF) {  // signed: negative units give their low 16 bits
+        if (c >= 0xD800 && c <= 0xDFFF) return minus_one<ustring16>();
+        *o++ = static_cast<u16>(static_cast<std::uint32_t>(c) & 0xFFFFu);
+        continue;
+      }
+      if (c > 0x10FFFF) return minus_one<ustring16>();
+      // No 0x10000 is subtracted before the high unit is formed; stored data
+      // depends on this form.
+      std::uint32_t const u = static_cast<std::uint32_t>(c);
+      o[0] = static_cast<u16>((u >> 10) + 0xD800u);
+      o[1] = static_cast<u16>((u & 0x3FFu) + 0xDC00u);
+      o += 2;
     }
-    if (c > 0x10FFFF) return minus_one<ustring16>();
-    // No 0x10000 is subtracted before the high unit is formed; stored data
-    // depends on this form.
-    std::uint32_t const u = static_cast<std::uint32_t>(c);
-    o[0] = static_cast<u16>((u >> 10) + 0xD800u);
-    o[1] = static_cast<u16>((u & 0x3FFu) + 0xDC00u);
-    o += 2;
   }
   return out.finish(o);
 }
-
 
 }  // namespace walk
 }  // namespace _private
