@@ -160,26 +160,6 @@ VEXA_AVX2 inline Out* decode_window(u8 const* p, Out* o, std::uint64_t starts, u
   return o;
 }
 
-// A well-formed four-byte sequence at p, as decode_one in
-// unicode_transform.cpp does it; false, writing nothing, for anything else.
-template <typename Out>
-inline bool decode_four(u8 const*& p, u8 const* end, Out*& o) {
-  std::uint32_t const b = p[0];
-  if ((b & 0xF8u) != 0xF0u || end - p < 4) return false;
-  std::uint32_t const b1 = p[1], b2 = p[2], b3 = p[3];
-  if (((b1 & 0xC0u) != 0x80u) | ((b2 & 0xC0u) != 0x80u) | ((b3 & 0xC0u) != 0x80u)) return false;
-  if constexpr (sizeof(Out) == 2) {
-    std::uint32_t const plane = ((b & 7u) << 2) + ((b1 >> 4) & 3u) - 1u;
-    o[0] = static_cast<Out>((0xD800u + (plane << 6) + ((b1 & 0x0Fu) << 2) + ((b2 >> 4) & 3u)) & 0xFFFFu);
-    o[1] = static_cast<Out>(0xDC00u + ((b2 & 0x0Fu) << 6) + (b3 & 0x3Fu));
-    o += 2;
-  } else {
-    *o++ = static_cast<Out>(((b & 0x07u) << 18) | ((b1 & 0x3Fu) << 12) | ((b2 & 0x3Fu) << 6) | (b3 & 0x3Fu));
-  }
-  p += 4;
-  return true;
-}
-
 template <typename Out>
 VEXA_AVX2 void decode(u8 const*& p_in, u8 const* end, Out*& o_in) {
   u8 const* p = p_in;

@@ -23,6 +23,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "strings/unicode_kernels.hpp"
+
 namespace VEXA_2_10 {
 namespace strings {
 namespace _private {
@@ -150,28 +152,6 @@ VEXA_AVX512 inline __m512i fours(__m512i x) {
                       _mm512_and_si512(_mm512_srli_epi32(x, 24), _mm512_set1_epi32(0x3F))));
 }
 
-// A well-formed four-byte sequence at p, as decode_one in
-// unicode_transform.cpp does it; false, writing nothing, for anything else.
-template <typename Out>
-inline bool decode_four(u8 const*& p, u8 const* end, Out*& o) {
-  std::uint32_t const b = p[0];
-  if ((b & 0xF8u) != 0xF0u || end - p < 4) return false;
-  std::uint32_t const b1 = p[1], b2 = p[2], b3 = p[3];
-  if (((b1 & 0xC0u) != 0x80u) | ((b2 & 0xC0u) != 0x80u) | ((b3 & 0xC0u) != 0x80u)) return false;
-  std::uint32_t const c = ((b & 0x07u) << 18) | ((b1 & 0x3Fu) << 12) | ((b2 & 0x3Fu) << 6) | (b3 & 0x3Fu);
-  if constexpr (sizeof(Out) == 2) {
-    // 0xD7C0 + (c >> 10) is 0xD800 + ((c - 0x10000) >> 10), and wraps below
-    // 0xD800 for the overlong F0 80..8F forms as the unit code does.
-    o[0] = static_cast<Out>(0xD7C0u + (c >> 10));
-    o[1] = static_cast<Out>(0xDC00u + (c & 0x3FFu));
-    o += 2;
-  } else {
-    *o++ = static_cast<Out>(c);
-  }
-  p += 4;
-  return true;
-}
-
 template <typename Out>
 VEXA_AVX512 void decode(u8 const*& p_in, u8 const* end, Out*& o_in) {
   u8 const* p = p_in;
@@ -278,6 +258,34 @@ VEXA_AVX512 inline unsigned encode_lanes(u8* o, __m512i c, mask16 one, mask16 no
   return count(keep);
 }
 
+// Sixteen UTF-16 units from p (17 readable) with their pairs formed: `c`
+// holds each unit, or at a high surrogate the code point of its pair;
+// `low` marks the low halves, which give nothing of their own. `upto` is
+// how many units can go: all 16, 15 when a pair starts at the last lane,
+// or those before the first malformed pair (`bad`), after which the kernel
+// must stop.
+struct paired_units {
+  __m512i c;
+  mask16 high, low;
+  unsigned upto;
+  bool bad;
+};
+
+VEXA_AVX512 inline paired_units pair_up(u16 const* p) {
+  __m512i const a = _mm512_cvtepu16_epi32(load256(p));
+  __m512i const b = _mm512_cvtepu16_epi32(load256(p + 1));
+  __m512i const top6 = _mm512_set1_epi32(0xFC00);
+  mask16 const high = _mm512_cmpeq_epi32_mask(_mm512_and_si512(a, top6), _mm512_set1_epi32(0xD800));
+  mask16 const low = _mm512_cmpeq_epi32_mask(_mm512_and_si512(a, top6), _mm512_set1_epi32(0xDC00));
+  mask16 const next_low = _mm512_cmpeq_epi32_mask(_mm512_and_si512(b, top6), _mm512_set1_epi32(0xDC00));
+  unsigned const taken = (high & 0x8000u) ? 15u : 16u;
+  unsigned const window = (1u << taken) - 1u;
+  unsigned const bad = (high & window & ~next_low) | (low & ~(high << 1) & window);
+  __m512i const c = _mm512_mask_mov_epi32(
+      a, high, _mm512_sub_epi32(_mm512_add_epi32(_mm512_slli_epi32(a, 10), b), _mm512_set1_epi32(0x35FDC00)));
+  return {c, high, low, bad != 0 ? first(bad) : taken, bad != 0};
+}
+
 VEXA_AVX512 void encode(u16 const*& p_in, u16 const* end, u8*& o_in) {
   u16 const* p = p_in;
   u8* o = o_in;
@@ -289,27 +297,14 @@ VEXA_AVX512 void encode(u16 const*& p_in, u16 const* end, u8*& o_in) {
       o += 32;
       continue;
     }
-    // Sixteen units and the one after each.
-    __m512i const a = _mm512_cvtepu16_epi32(load256(p));
-    __m512i const b = _mm512_cvtepu16_epi32(load256(p + 1));
-    __m512i const top6 = _mm512_set1_epi32(0xFC00);
-    mask16 const high = _mm512_cmpeq_epi32_mask(_mm512_and_si512(a, top6), _mm512_set1_epi32(0xD800));
-    mask16 const low = _mm512_cmpeq_epi32_mask(_mm512_and_si512(a, top6), _mm512_set1_epi32(0xDC00));
-    mask16 const next_low = _mm512_cmpeq_epi32_mask(_mm512_and_si512(b, top6), _mm512_set1_epi32(0xDC00));
-    // A pair that starts at the last lane ends in the next step.
-    unsigned const taken = (high & 0x8000u) ? 15u : 16u;
-    unsigned const window = (1u << taken) - 1u;
-    unsigned const bad = (high & window & ~next_low) | (low & ~(high << 1) & window);
-    // At a malformed pair only the units before it go, and the kernel stops.
-    unsigned const upto = bad != 0 ? first(bad) : taken;
-    if (upto == 0) break;
-    mask16 const lanes = static_cast<mask16>((1u << upto) - 1u);
-    __m512i const c = _mm512_mask_mov_epi32(
-        a, high, _mm512_sub_epi32(_mm512_add_epi32(_mm512_slli_epi32(a, 10), b), _mm512_set1_epi32(0x35FDC00)));
-    mask16 const one = _mm512_cmplt_epu32_mask(a, _mm512_set1_epi32(0x80)) & lanes;
-    o += encode_lanes(o, c, one, static_cast<mask16>(~lanes | low));
-    p += upto;
-    if (bad != 0) break;
+    paired_units const units = pair_up(p);
+    if (units.upto == 0) break;
+    mask16 const lanes = static_cast<mask16>((1u << units.upto) - 1u);
+    // Below 0x80 is one byte; a pair's code point is never below it.
+    mask16 const one = _mm512_cmplt_epu32_mask(units.c, _mm512_set1_epi32(0x80)) & lanes;
+    o += encode_lanes(o, units.c, one, static_cast<mask16>(~lanes | units.low));
+    p += units.upto;
+    if (units.bad) break;
   }
   p_in = p;
   o_in = o;
@@ -358,23 +353,12 @@ VEXA_AVX512 void widen(u16 const*& p_in, u16 const* end, wchar_t*& o_in) {
       o += 32;
       continue;
     }
-    __m512i const a = _mm512_cvtepu16_epi32(load256(p));
-    __m512i const b = _mm512_cvtepu16_epi32(load256(p + 1));
-    __m512i const top6 = _mm512_set1_epi32(0xFC00);
-    mask16 const high = _mm512_cmpeq_epi32_mask(_mm512_and_si512(a, top6), _mm512_set1_epi32(0xD800));
-    mask16 const low = _mm512_cmpeq_epi32_mask(_mm512_and_si512(a, top6), _mm512_set1_epi32(0xDC00));
-    mask16 const next_low = _mm512_cmpeq_epi32_mask(_mm512_and_si512(b, top6), _mm512_set1_epi32(0xDC00));
-    unsigned const taken = (high & 0x8000u) ? 15u : 16u;
-    unsigned const window = (1u << taken) - 1u;
-    unsigned const bad = (high & window & ~next_low) | (low & ~(high << 1) & window);
-    unsigned const upto = bad != 0 ? first(bad) : taken;
-    mask16 const keep = static_cast<mask16>(((1u << upto) - 1u) & ~low);
-    __m512i const c = _mm512_mask_mov_epi32(
-        a, high, _mm512_sub_epi32(_mm512_add_epi32(_mm512_slli_epi32(a, 10), b), _mm512_set1_epi32(0x35FDC00)));
-    store(o, _mm512_maskz_compress_epi32(keep, c));
+    paired_units const units = pair_up(p);
+    mask16 const keep = static_cast<mask16>(((1u << units.upto) - 1u) & ~units.low);
+    store(o, _mm512_maskz_compress_epi32(keep, units.c));
     o += count(keep);
-    p += upto;
-    if (bad != 0) break;
+    p += units.upto;
+    if (units.bad) break;
   }
   p_in = p;
   o_in = o;

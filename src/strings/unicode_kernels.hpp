@@ -13,6 +13,7 @@
 #define VEXA_SRC_STRINGS_UNICODE_KERNELS_HPP
 
 #include <cstddef>
+#include <cstdint>
 
 #include "vexa/strings/unicode.hpp"
 
@@ -52,6 +53,29 @@ struct unicode_kernels {
   std::size_t (*utf32_length_of_utf16)(u16 const* p, std::size_t n);
   std::size_t (*utf16_length_of_utf32)(wchar_t const* p, std::size_t n);
 };
+
+// A well-formed four-byte sequence at p (p < end) as one code point, or as
+// the pair computed from its bits: 0xD7C0 + (c >> 10) is 0xD800 + ((c -
+// 0x10000) >> 10), and wraps below 0xD800 for the overlong F0 80..8F forms.
+// False, moving nothing, for anything else. The unit code and the kernels
+// share it.
+template <typename Out>
+inline bool decode_four(u8 const*& p, u8 const* end, Out*& o) {
+  std::uint32_t const b = p[0];
+  if ((b & 0xF8u) != 0xF0u || end - p < 4) return false;
+  std::uint32_t const b1 = p[1], b2 = p[2], b3 = p[3];
+  if (((b1 & 0xC0u) != 0x80u) | ((b2 & 0xC0u) != 0x80u) | ((b3 & 0xC0u) != 0x80u)) return false;
+  std::uint32_t const c = ((b & 0x07u) << 18) | ((b1 & 0x3Fu) << 12) | ((b2 & 0x3Fu) << 6) | (b3 & 0x3Fu);
+  if constexpr (sizeof(Out) == 2) {
+    o[0] = static_cast<Out>(0xD7C0u + (c >> 10));
+    o[1] = static_cast<Out>(0xDC00u + (c & 0x3FFu));
+    o += 2;
+  } else {
+    *o++ = static_cast<Out>(c);
+  }
+  p += 4;
+  return true;
+}
 
 // The set in use: the best the processor has unless a test forced another.
 unicode_kernels const& active_kernels();

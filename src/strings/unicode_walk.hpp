@@ -92,23 +92,7 @@ inline bool decode_one(u8 const*& p, u8 const* end, Out*& o) {
     p += 2;
     return true;
   }
-  if ((b & 0xF8) == 0xF0) {
-    if (left < 4 || !is_continuation2(p) || !is_continuation(p[3])) return false;
-    std::uint32_t const b1 = p[1], b2 = p[2], b3 = p[3];
-    if constexpr (sizeof(Out) == 2) {
-      // The pair is computed from the bits directly; unsigned arithmetic
-      // wraps the "- 1" of plane 0 (F0 80..8F) exactly as 16-bit units do.
-      std::uint32_t const plane = ((b & 7u) << 2) + ((b1 >> 4) & 3u) - 1u;
-      o[0] = static_cast<Out>((0xD800u + (plane << 6) + ((b1 & 0x0Fu) << 2) + ((b2 >> 4) & 3u)) & 0xFFFFu);
-      o[1] = static_cast<Out>(0xDC00u + ((b2 & 0x0Fu) << 6) + (b3 & 0x3Fu));
-      o += 2;
-    } else {
-      *o++ = static_cast<Out>(((b & 0x07u) << 18) | ((b1 & 0x3Fu) << 12) | ((b2 & 0x3Fu) << 6) | (b3 & 0x3Fu));
-    }
-    p += 4;
-    return true;
-  }
-  return false;
+  return decode_four(p, end, o);
 }
 
 // A code point to UTF-8 with the signed rules of utf32_to_utf8: below 0x80
