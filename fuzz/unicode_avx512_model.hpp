@@ -11,6 +11,10 @@
 
 #if __has_include(<simde/x86/avx512.h>)
 #define VEXA_HAVE_AVX512_MODEL 1
+// The model passes its vector types by value between inline functions of
+// this one file; the ABI those would have across files does not matter.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wpsabi"
 #define SIMDE_ENABLE_NATIVE_ALIASES
 #include <simde/x86/avx512.h>
 
@@ -23,7 +27,7 @@
 namespace VEXA_2_10 {
 namespace strings {
 namespace _private {
-namespace avx512 {
+namespace avx512_modelled {
 
 // What the model lacks, written plainly from the instructions' definitions.
 inline unsigned _pdep_u32(unsigned source, unsigned mask) {
@@ -103,12 +107,13 @@ inline simde__m512i _mm512_maskz_compress_epi8(std::uint64_t keep, simde__m512i 
 }
 #endif
 
-}  // namespace avx512
+}  // namespace avx512_modelled
 }  // namespace _private
 }  // namespace strings
 }  // namespace VEXA_2_10
 
 #define VEXA_AVX512
+#define VEXA_AVX512_KERNELS avx512_modelled
 #include "strings/unicode_avx512.hpp"
 
 namespace vexa_fuzz {
@@ -121,17 +126,17 @@ using vexa::strings::ustring16;
 using vexa::strings::ustring32;
 using vexa::strings::ustring8;
 
-inline void decode16(u8 const*& p, u8 const* end, u16*& o) { internal::avx512::decode(p, end, o); }
-inline void decode32(u8 const*& p, u8 const* end, wchar_t*& o) { internal::avx512::decode(p, end, o); }
-inline void encode16(u16 const*& p, u16 const* end, u8*& o) { internal::avx512::encode(p, end, o); }
-inline void encode32(wchar_t const*& p, wchar_t const* end, u8*& o) { internal::avx512::encode(p, end, o); }
+inline void decode16(u8 const*& p, u8 const* end, u16*& o) { internal::avx512_modelled::decode(p, end, o); }
+inline void decode32(u8 const*& p, u8 const* end, wchar_t*& o) { internal::avx512_modelled::decode(p, end, o); }
+inline void encode16(u16 const*& p, u16 const* end, u8*& o) { internal::avx512_modelled::encode(p, end, o); }
+inline void encode32(wchar_t const*& p, wchar_t const* end, u8*& o) { internal::avx512_modelled::encode(p, end, o); }
 
 inline internal::unicode_kernels const kernels = {
     internal::unicode_kernel::avx512, decode16, decode32, encode16, encode32,
-    internal::avx512::widen, internal::avx512::narrow,
-    internal::avx512::utf8_units<true>, internal::avx512::utf8_units<false>,
-    internal::avx512::utf8_length_of_utf16, internal::avx512::utf8_length_of_utf32,
-    internal::avx512::utf32_length_of_utf16, internal::avx512::utf16_length_of_utf32};
+    internal::avx512_modelled::widen, internal::avx512_modelled::narrow,
+    internal::avx512_modelled::utf8_units<true>, internal::avx512_modelled::utf8_units<false>,
+    internal::avx512_modelled::utf8_length_of_utf16, internal::avx512_modelled::utf8_length_of_utf32,
+    internal::avx512_modelled::utf32_length_of_utf16, internal::avx512_modelled::utf16_length_of_utf32};
 
 inline ustring16 utf8_to_utf16(ustring8 const& s) { return internal::walk::from_utf8<ustring16>(s, false, kernels); }
 inline ustring32 utf8_to_utf32(ustring8 const& s) { return internal::walk::from_utf8<ustring32>(s, true, kernels); }
@@ -151,6 +156,7 @@ inline unicode_transforms const& avx512_model_transforms() {
 }
 
 }  // namespace vexa_fuzz
+#pragma GCC diagnostic pop
 #endif
 
 #endif  // VEXA_FUZZ_UNICODE_AVX512_MODEL_HPP

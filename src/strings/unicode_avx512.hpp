@@ -2,7 +2,9 @@
 // once for two builds: unicode_avx512.cpp compiles them for the processor,
 // and the tests compile them over a software model of the same instructions,
 // so that they are checked on machines without AVX-512 too. The including
-// file provides the intrinsics and defines VEXA_AVX512 (the function target).
+// file provides the intrinsics and defines VEXA_AVX512 (the function target)
+// and, for a build other than the library's, VEXA_AVX512_KERNELS (the
+// namespace, so that the two builds never share a name in one program).
 //
 // Every kernel works on 64-byte registers and writes through compress: a
 // unit (or UTF-8 byte) is computed at every position, the wanted ones are
@@ -28,7 +30,10 @@
 namespace VEXA_2_10 {
 namespace strings {
 namespace _private {
-namespace avx512 {
+#ifndef VEXA_AVX512_KERNELS
+#define VEXA_AVX512_KERNELS avx512
+#endif
+namespace VEXA_AVX512_KERNELS {
 
 using u8 = unsigned char;
 using u16 = unsigned short;
@@ -401,7 +406,7 @@ VEXA_AVX512 void narrow(wchar_t const*& p_in, wchar_t const* end, u16*& o_in) {
   o_in = o;
 }
 
-}  // namespace avx512
+}  // namespace VEXA_AVX512_KERNELS
 }  // namespace _private
 }  // namespace strings
 }  // namespace VEXA_2_10
