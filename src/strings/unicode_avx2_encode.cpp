@@ -1,5 +1,34 @@
 // AVX2 kernels from UTF-16 and UTF-32 to UTF-8 (see unicode_kernels.hpp).
+//
+// UTF-16 goes 16 units a step (32 while all are ASCII). A block without
+// surrogates takes one of two forms, with no further branch on its mix:
+// - all below 0x800 (alphabetic scripts with their ASCII spaces): every unit
+//   as one or two bytes in its 16-bit lane, one table shuffle per 8 units;
+// - anything else (ideographs, syllables, Indic scripts with ASCII among
+//   them): every unit laid out as four candidate bytes in a 32-bit lane
+//   (three-byte lead, middle, last, ASCII byte), one table shuffle per 4
+//   units picks its 1, 2 or 3 bytes.
+// Eight well-formed pairs become 32 bytes at once. Any other block with
+// surrogates goes 8 units at a time through the general path: pairs are
+// joined in 32-bit lanes, every lane is encoded in up to four bytes and the
+// bytes kept are packed by a table of byte masks; it stops before the first
+// lone surrogate, which the unit code answers.
+//
+// UTF-32 goes 32 units a step while ASCII, 16 while all are plain BMP units
+// (through the UTF-16 forms above), 8 when all are above 0xFFFF, and
+// otherwise 8 through the general path, which also takes negative units (one
+// byte each, their low eight bits) and stops before a surrogate or a unit
+// above 0x10FFFF.
+//
+// Every store ends at most 16 bytes past the output of the units taken, well
+// inside `kernel_slack`.
+#include <cstdint>
+
 #include "strings/unicode_kernels.hpp"
+
+#if defined(__x86_64__) || defined(__i386__)
+#include <immintrin.h>
+#endif
 
 namespace VEXA_2_10 {
 namespace strings {
@@ -7,8 +36,335 @@ namespace _private {
 
 #if defined(__x86_64__) || defined(__i386__)
 
-void avx2_encode(u16 const*& p, u16 const* end, u8*& o) { ssse3_encode(p, end, o); }
-void avx2_encode(wchar_t const*& p, wchar_t const* end, u8*& o) { ssse3_encode(p, end, o); }
+namespace {
+
+#define VEXA_AVX2 __attribute__((target("avx2,bmi,bmi2,popcnt")))
+
+struct encode_tables {
+  // two_byte[m] packs eight 16-bit lanes holding one UTF-8 byte, or two
+  // where bit i of m is set; the total is 8 + popcount(m).
+  u8 two_byte[256][16];
+  // three_byte[k] packs four 32-bit lanes laid out as (three-byte lead,
+  // middle, last, ASCII byte): lane i gives the ASCII byte, the middle and
+  // last bytes where bit i of k is set (at least 0x80), and all three where
+  // bit i + 4 is set too (at least 0x800). three_length[k] is the total.
+  u8 three_byte[256][16];
+  u8 three_length[256];
+  // keep[m] moves the bytes (of eight) whose bit is set in m to the front.
+  std::uint64_t keep[256];
+
+  constexpr encode_tables() : two_byte{}, three_byte{}, three_length{}, keep{} {
+    for (unsigned m = 0; m < 256; ++m) {
+      unsigned n = 0;
+      for (unsigned lane = 0; lane < 8; ++lane) {
+        two_byte[m][n++] = static_cast<u8>(2 * lane);
+        if ((m >> lane) & 1u) two_byte[m][n++] = static_cast<u8>(2 * lane + 1);
+      }
+      for (; n < 16; ++n) two_byte[m][n] = 0x80;
+
+      n = 0;
+      for (unsigned lane = 0; lane < 4; ++lane) {
+        unsigned const base = 4 * lane;
+        if ((m >> (lane + 4)) & 1u) {
+          three_byte[m][n++] = static_cast<u8>(base);
+          three_byte[m][n++] = static_cast<u8>(base + 1);
+          three_byte[m][n++] = static_cast<u8>(base + 2);
+        } else if ((m >> lane) & 1u) {
+          three_byte[m][n++] = static_cast<u8>(base + 1);
+          three_byte[m][n++] = static_cast<u8>(base + 2);
+        } else {
+          three_byte[m][n++] = static_cast<u8>(base + 3);
+        }
+      }
+      three_length[m] = static_cast<u8>(n);
+      for (; n < 16; ++n) three_byte[m][n] = 0x80;
+
+      std::uint64_t k = 0;
+      n = 0;
+      for (unsigned b = 0; b < 8; ++b) {
+        if ((m >> b) & 1u) k |= static_cast<std::uint64_t>(b) << (8 * n++);
+      }
+      for (; n < 8; ++n) k |= std::uint64_t{0x80} << (8 * n);
+      keep[m] = k;
+    }
+  }
+};
+
+alignas(64) constexpr encode_tables tables{};
+
+VEXA_AVX2 inline __m256i load(void const* p) { return _mm256_loadu_si256(static_cast<__m256i const*>(p)); }
+VEXA_AVX2 inline __m128i load128(void const* p) { return _mm_loadu_si128(static_cast<__m128i const*>(p)); }
+VEXA_AVX2 inline void store(void* p, __m256i v) { _mm256_storeu_si256(static_cast<__m256i*>(p), v); }
+VEXA_AVX2 inline void store128(void* p, __m128i v) { _mm_storeu_si128(static_cast<__m128i*>(p), v); }
+VEXA_AVX2 inline void store64(void* p, __m128i v) { _mm_storel_epi64(static_cast<__m128i*>(p), v); }
+VEXA_AVX2 inline unsigned mask8(__m256i v) { return static_cast<unsigned>(_mm256_movemask_epi8(v)); }
+VEXA_AVX2 inline unsigned mask32(__m256i v) {
+  return static_cast<unsigned>(_mm256_movemask_ps(_mm256_castsi256_ps(v)));
+}
+VEXA_AVX2 inline __m256i set16(unsigned v) { return _mm256_set1_epi16(static_cast<short>(v)); }
+VEXA_AVX2 inline __m256i set32(std::uint32_t v) { return _mm256_set1_epi32(static_cast<int>(v)); }
+// Two 16-byte table rows as the halves of one vector.
+VEXA_AVX2 inline __m256i rows(u8 const* low, u8 const* high) {
+  return _mm256_inserti128_si256(_mm256_castsi128_si256(load128(low)), load128(high), 1);
+}
+// The 32-bit lanes whose bit is set in m, as all ones.
+VEXA_AVX2 inline __m256i lanes_of(unsigned m) {
+  __m256i const bits = _mm256_setr_epi32(1, 2, 4, 8, 16, 32, 64, 128);
+  return _mm256_cmpeq_epi32(_mm256_and_si256(_mm256_set1_epi32(static_cast<int>(m)), bits), bits);
+}
+
+// Sixteen units below 0x800 in 16-bit lanes, as one or two bytes each.
+VEXA_AVX2 inline void encode_short(u8*& o, __m256i v) {
+  __m256i const z = _mm256_setzero_si256();
+  __m256i const ascii = _mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xFF80)), z);
+  // Bits 0-7: units 0-7 are ASCII; bits 16-23: units 8-15.
+  unsigned const two = ~mask8(_mm256_packs_epi16(ascii, z));
+  unsigned const first = two & 0xFFu;
+  unsigned const second = (two >> 16) & 0xFFu;
+  __m256i const lead = _mm256_or_si256(_mm256_srli_epi16(v, 6), set16(0xC0));
+  __m256i const last = _mm256_or_si256(_mm256_and_si256(v, set16(0x3F)), set16(0x80));
+  __m256i const pairs = _mm256_or_si256(lead, _mm256_slli_epi16(last, 8));
+  __m256i const bytes = _mm256_blendv_epi8(pairs, v, ascii);
+  __m256i const out = _mm256_shuffle_epi8(bytes, rows(tables.two_byte[first], tables.two_byte[second]));
+  store128(o, _mm256_castsi256_si128(out));
+  o += 8 + __builtin_popcount(first);
+  store128(o, _mm256_extracti128_si256(out, 1));
+  o += 8 + __builtin_popcount(second);
+}
+
+// Sixteen units with no surrogate in 16-bit lanes, as one to three bytes each.
+VEXA_AVX2 inline void encode_plane(u8*& o, __m256i v) {
+  __m256i const z = _mm256_setzero_si256();
+  __m256i const ascii = _mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xFF80)), z);
+  __m256i const small = _mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xF800)), z);
+  // Bytes 0, 1: the three-byte lead, then the middle byte, which below 0x800
+  // gets 0x40 more and is the two-byte lead.
+  __m256i const head = _mm256_or_si256(
+      _mm256_or_si256(_mm256_srli_epi16(v, 12), _mm256_and_si256(_mm256_slli_epi16(v, 2), set16(0x3F00))),
+      _mm256_or_si256(set16(0x80E0), _mm256_and_si256(small, set16(0x4000))));
+  // Bytes 2, 3: the last byte, then the unit itself for ASCII.
+  __m256i const tail =
+      _mm256_or_si256(_mm256_or_si256(_mm256_and_si256(v, set16(0x3F)), set16(0x80)), _mm256_slli_epi16(v, 8));
+  __m256i const lo = _mm256_unpacklo_epi16(head, tail);  // units 0-3 and 8-11
+  __m256i const hi = _mm256_unpackhi_epi16(head, tail);  // units 4-7 and 12-15
+  // Per half: bits 0-7 at least 0x80, bits 8-15 at least 0x800.
+  unsigned const m = ~mask8(_mm256_packs_epi16(ascii, small));
+  unsigned const k0 = (m & 0xFu) | ((m >> 4) & 0xF0u);
+  unsigned const k1 = ((m >> 4) & 0xFu) | ((m >> 8) & 0xF0u);
+  unsigned const k2 = ((m >> 16) & 0xFu) | ((m >> 20) & 0xF0u);
+  unsigned const k3 = ((m >> 20) & 0xFu) | ((m >> 24) & 0xF0u);
+  __m256i const a = _mm256_shuffle_epi8(lo, rows(tables.three_byte[k0], tables.three_byte[k2]));
+  __m256i const b = _mm256_shuffle_epi8(hi, rows(tables.three_byte[k1], tables.three_byte[k3]));
+  store128(o, _mm256_castsi256_si128(a));
+  o += tables.three_length[k0];
+  store128(o, _mm256_castsi256_si128(b));
+  o += tables.three_length[k1];
+  store128(o, _mm256_extracti128_si256(a, 1));
+  o += tables.three_length[k2];
+  store128(o, _mm256_extracti128_si256(b, 1));
+  o += tables.three_length[k3];
+}
+
+// Sixteen units with no surrogate, by the cheapest form that takes them all.
+VEXA_AVX2 inline void encode_units(u8*& o, __m256i v) {
+  __m256i const big = _mm256_and_si256(v, set16(0xF800));
+  if (_mm256_testz_si256(big, big)) {
+    encode_short(o, v);
+  } else {
+    encode_plane(o, v);
+  }
+}
+
+// The four-byte forms of code points from 0x10000 up in 32-bit lanes, first
+// byte lowest. Lanes below are shifted right by what they lack: see
+// encode_points.
+VEXA_AVX2 inline __m256i four_bytes(__m256i c) {
+  __m256i const b0 = _mm256_srli_epi32(c, 18);
+  __m256i const b1 = _mm256_and_si256(_mm256_srli_epi32(c, 4), set32(0x3F00));
+  __m256i const b2 = _mm256_and_si256(_mm256_slli_epi32(c, 10), set32(0x3F0000));
+  __m256i const b3 = _mm256_and_si256(_mm256_slli_epi32(c, 24), set32(0x3F000000));
+  return _mm256_or_si256(_mm256_or_si256(_mm256_or_si256(b0, b1), _mm256_or_si256(b2, b3)), set32(0x808080F0u));
+}
+
+// Eight code points in 32-bit lanes (signed: below 0x80, negative ones
+// included, one byte of the low eight bits; none above 0x10FFFF), the lanes
+// set in `drop` giving nothing.
+VEXA_AVX2 inline void encode_points(u8*& o, __m256i c, __m256i drop) {
+  __m256i const m1 = _mm256_cmpgt_epi32(c, set32(0x7F));
+  __m256i const m2 = _mm256_cmpgt_epi32(c, set32(0x7FF));
+  __m256i const m3 = _mm256_cmpgt_epi32(c, set32(0xFFFF));
+  // 8 bits for each byte short of four: 24, 16, 8 or 0.
+  __m256i const shift = _mm256_add_epi32(set32(24), _mm256_slli_epi32(_mm256_add_epi32(_mm256_add_epi32(m1, m2), m3), 3));
+  // Shifted down, the first continuation becomes the lead: 0x40 more for two
+  // bytes, 0x60 more for three.
+  __m256i const lead = _mm256_andnot_si256(
+      m3, _mm256_or_si256(_mm256_and_si256(m1, set32(0x40)), _mm256_and_si256(m2, set32(0x20))));
+  __m256i const bytes =
+      _mm256_blendv_epi8(c, _mm256_or_si256(_mm256_srlv_epi32(four_bytes(c), shift), lead), m1);
+  unsigned const kept = mask8(_mm256_andnot_si256(drop, _mm256_srlv_epi32(set32(~0u), shift)));
+  unsigned const k0 = kept & 0xFFu;
+  unsigned const k1 = (kept >> 8) & 0xFFu;
+  unsigned const k2 = (kept >> 16) & 0xFFu;
+  unsigned const k3 = kept >> 24;
+  // Each half of a 128-bit lane packed on its own; the upper halves index
+  // bytes 8-15 (0x80 + 8 still clears).
+  __m256i const order = _mm256_add_epi8(
+      _mm256_set_epi64x(static_cast<long long>(tables.keep[k3]), static_cast<long long>(tables.keep[k2]),
+                        static_cast<long long>(tables.keep[k1]), static_cast<long long>(tables.keep[k0])),
+      _mm256_set_epi64x(0x0808080808080808LL, 0, 0x0808080808080808LL, 0));
+  __m256i const out = _mm256_shuffle_epi8(bytes, order);
+  __m128i const first = _mm256_castsi256_si128(out);
+  __m128i const second = _mm256_extracti128_si256(out, 1);
+  store64(o, first);
+  o += __builtin_popcount(k0);
+  store64(o, _mm_unpackhi_epi64(first, first));
+  o += __builtin_popcount(k1);
+  store64(o, second);
+  o += __builtin_popcount(k2);
+  store64(o, _mm_unpackhi_epi64(second, second));
+  o += __builtin_popcount(k3);
+}
+
+// Eight code points from 0x10000 to 0x10FFFF as 32 bytes.
+VEXA_AVX2 inline void encode_supplementary(u8*& o, __m256i c) {
+  store(o, four_bytes(c));
+  o += 32;
+}
+
+// Eight UTF-16 units from p (and the ninth, when the eighth begins a pair).
+// Returns false when it stopped before a lone surrogate.
+VEXA_AVX2 inline bool encode_general(u16 const*& p, u8*& o) {
+  __m256i const a = _mm256_cvtepu16_epi32(load128(p));
+  __m256i const b = _mm256_cvtepu16_epi32(load128(p + 1));
+  __m256i const top6 = set32(0xFC00);
+  __m256i const is_high = _mm256_cmpeq_epi32(_mm256_and_si256(a, top6), set32(0xD800));
+  unsigned const high = mask32(is_high);
+  unsigned const low = mask32(_mm256_cmpeq_epi32(_mm256_and_si256(a, top6), set32(0xDC00)));
+  unsigned const next_low = mask32(_mm256_cmpeq_epi32(_mm256_and_si256(b, top6), set32(0xDC00)));
+  unsigned const pair = high & next_low;
+  unsigned const bad = (high & ~next_low) | (low & ~(pair << 1));
+  unsigned const upto = bad != 0 ? static_cast<unsigned>(__builtin_ctz(bad)) : 8u;
+  // The low half of each pair and everything from the lone surrogate on.
+  unsigned const drop = ((pair << 1) | (0xFFu << upto)) & 0xFFu;
+  __m256i const joined = _mm256_sub_epi32(_mm256_add_epi32(_mm256_slli_epi32(a, 10), b), set32(0x35FDC00));
+  encode_points(o, _mm256_blendv_epi8(a, joined, is_high), lanes_of(drop));
+  p += upto + (upto == 8 ? (pair >> 7) : 0u);
+  return bad == 0;
+}
+
+VEXA_AVX2 void encode16(u16 const*& p_in, u16 const* end, u8*& o_in) {
+  u16 const* p = p_in;
+  u8* o = o_in;
+  __m256i const not_ascii = set16(0xFF80);
+  while (end - p >= 16) {
+    __m256i const v = load(p);
+    if (end - p >= 32) {
+      __m256i const w = load(p + 16);
+      if (_mm256_testz_si256(_mm256_or_si256(v, w), not_ascii)) {
+        store(o, _mm256_permute4x64_epi64(_mm256_packus_epi16(v, w), 0xD8));
+        p += 32;
+        o += 32;
+        continue;
+      }
+    }
+    if (_mm256_testz_si256(v, not_ascii)) {
+      store128(o, _mm_packus_epi16(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1)));
+      p += 16;
+      o += 16;
+      continue;
+    }
+    unsigned const surrogates = mask8(_mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xF800)), set16(0xD800)));
+    if (surrogates == 0) {
+      encode_units(o, v);
+      p += 16;
+      continue;
+    }
+    if (surrogates == ~0u &&
+        mask8(_mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xFC00)), set32(0xDC00D800u))) == ~0u) {
+      // (high, low) in each 32-bit lane.
+      __m256i const ten = set32(0x3FF);
+      __m256i const c = _mm256_add_epi32(
+          _mm256_or_si256(_mm256_slli_epi32(_mm256_and_si256(v, ten), 10), _mm256_and_si256(_mm256_srli_epi32(v, 16), ten)),
+          set32(0x10000));
+      encode_supplementary(o, c);
+      p += 16;
+      continue;
+    }
+    if (!encode_general(p, o)) break;
+  }
+  p_in = p;
+  o_in = o;
+}
+
+// Eight UTF-32 units that are neither surrogates nor above 0x10FFFF, the
+// lanes from the first that is on.
+VEXA_AVX2 inline unsigned bad_units(__m256i c) {
+  __m256i const bad = _mm256_or_si256(
+      _mm256_cmpgt_epi32(c, set32(0x10FFFF)),
+      _mm256_cmpeq_epi32(_mm256_and_si256(c, set32(0xFFFFF800u)), set32(0xD800)));
+  return mask32(bad);
+}
+
+// True for lanes that are plain BMP units: 0 to 0xFFFF and no surrogate.
+VEXA_AVX2 inline __m256i off_plane(__m256i c) {
+  __m256i const outside = _mm256_or_si256(_mm256_cmpgt_epi32(c, set32(0xFFFF)), _mm256_srai_epi32(c, 31));
+  return _mm256_or_si256(outside, _mm256_cmpeq_epi32(_mm256_and_si256(c, set32(0xFFFFF800u)), set32(0xD800)));
+}
+
+VEXA_AVX2 void encode32(wchar_t const*& p_in, wchar_t const* end, u8*& o_in) {
+  wchar_t const* p = p_in;
+  u8* o = o_in;
+  __m256i const not_ascii = set32(~0x7Fu);  // negative units too
+  while (end - p >= 8) {
+    __m256i const c = load(p);
+    if (end - p >= 16) {
+      __m256i const d = load(p + 8);
+      __m256i const cd = _mm256_or_si256(c, d);
+      if (_mm256_testz_si256(cd, not_ascii)) {
+        if (end - p >= 32) {
+          __m256i const e = load(p + 16);
+          __m256i const f = load(p + 24);
+          if (_mm256_testz_si256(_mm256_or_si256(e, f), not_ascii)) {
+            __m256i const bytes = _mm256_packus_epi16(_mm256_packs_epi32(c, d), _mm256_packs_epi32(e, f));
+            store(o, _mm256_permutevar8x32_epi32(bytes, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)));
+            p += 32;
+            o += 32;
+            continue;
+          }
+        }
+        __m256i const units = _mm256_permute4x64_epi64(_mm256_packs_epi32(c, d), 0xD8);
+        store128(o, _mm_packus_epi16(_mm256_castsi256_si128(units), _mm256_extracti128_si256(units, 1)));
+        p += 16;
+        o += 16;
+        continue;
+      }
+      if (_mm256_testz_si256(_mm256_or_si256(off_plane(c), off_plane(d)), set32(~0u))) {
+        encode_units(o, _mm256_permute4x64_epi64(_mm256_packus_epi32(c, d), 0xD8));
+        p += 16;
+        continue;
+      }
+    }
+    unsigned const bad = bad_units(c);
+    if (bad == 0 && mask32(_mm256_cmpgt_epi32(c, set32(0xFFFF))) == 0xFFu) {
+      encode_supplementary(o, c);
+      p += 8;
+      continue;
+    }
+    unsigned const upto = bad != 0 ? static_cast<unsigned>(__builtin_ctz(bad)) : 8u;
+    encode_points(o, c, lanes_of((0xFFu << upto) & 0xFFu));
+    p += upto;
+    if (bad != 0) break;
+  }
+  p_in = p;
+  o_in = o;
+}
+
+#undef VEXA_AVX2
+
+}  // namespace
+
+void avx2_encode(u16 const*& p, u16 const* end, u8*& o) { encode16(p, end, o); }
+void avx2_encode(wchar_t const*& p, wchar_t const* end, u8*& o) { encode32(p, end, o); }
 
 #endif
 
