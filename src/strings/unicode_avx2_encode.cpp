@@ -132,46 +132,73 @@ VEXA_AVX2 inline void encode_short(u8*& o, __m256i v) {
   o += 8 + __builtin_popcount(second);
 }
 
-// Sixteen units with no surrogate in 16-bit lanes, as one to three bytes each.
-VEXA_AVX2 inline void encode_plane(u8*& o, __m256i v) {
-  __m256i const z = _mm256_setzero_si256();
-  __m256i const ascii = _mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xFF80)), z);
-  __m256i const small = _mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xF800)), z);
+// Sixteen units with no surrogate in 16-bit lanes, as one to three bytes
+// each; Three: all take three bytes (no table needed).
+template <bool Three>
+VEXA_AVX2 inline void encode_plane(u8*& o, __m256i v, __m256i small) {
   // Bytes 0, 1: the three-byte lead, then the middle byte, which below 0x800
   // gets 0x40 more and is the two-byte lead.
-  __m256i const head = _mm256_or_si256(
-      _mm256_or_si256(_mm256_srli_epi16(v, 12), _mm256_and_si256(_mm256_slli_epi16(v, 2), set16(0x3F00))),
-      _mm256_or_si256(set16(0x80E0), _mm256_and_si256(small, set16(0x4000))));
+  __m256i head = _mm256_or_si256(_mm256_or_si256(_mm256_srli_epi16(v, 12), set16(0x80E0)),
+                                 _mm256_and_si256(_mm256_slli_epi16(v, 2), set16(0x3F00)));
+  if (!Three) head = _mm256_or_si256(head, _mm256_and_si256(small, set16(0x4000)));
   // Bytes 2, 3: the last byte, then the unit itself for ASCII.
   __m256i const tail =
       _mm256_or_si256(_mm256_or_si256(_mm256_and_si256(v, set16(0x3F)), set16(0x80)), _mm256_slli_epi16(v, 8));
   __m256i const lo = _mm256_unpacklo_epi16(head, tail);  // units 0-3 and 8-11
   __m256i const hi = _mm256_unpackhi_epi16(head, tail);  // units 4-7 and 12-15
-  // Per half: bits 0-7 at least 0x80, bits 8-15 at least 0x800.
-  unsigned const m = ~mask8(_mm256_packs_epi16(ascii, small));
-  unsigned const k0 = (m & 0xFu) | ((m >> 4) & 0xF0u);
-  unsigned const k1 = ((m >> 4) & 0xFu) | ((m >> 8) & 0xF0u);
-  unsigned const k2 = ((m >> 16) & 0xFu) | ((m >> 20) & 0xF0u);
-  unsigned const k3 = ((m >> 20) & 0xFu) | ((m >> 24) & 0xF0u);
+  if (Three) {
+    __m256i const order = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -128, -128, -128, -128,  //
+                                           0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -128, -128, -128, -128);
+    __m256i const a = _mm256_shuffle_epi8(lo, order);
+    __m256i const b = _mm256_shuffle_epi8(hi, order);
+    store128(o, _mm256_castsi256_si128(a));
+    store128(o + 12, _mm256_castsi256_si128(b));
+    store128(o + 24, _mm256_extracti128_si256(a, 1));
+    store128(o + 36, _mm256_extracti128_si256(b, 1));
+    o += 48;
+    return;
+  }
+  // One key byte per four units: bit i at least 0x80, bit i + 4 at least
+  // 0x800, in the order the four groups are stored.
+  __m256i const ascii = _mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xFF80)), _mm256_setzero_si256());
+  __m256i const flags = _mm256_shuffle_epi8(_mm256_packs_epi16(ascii, small),
+                                            _mm256_setr_epi8(0, 1, 2, 3, 8, 9, 10, 11, 4, 5, 6, 7, 12, 13, 14, 15,  //
+                                                             0, 1, 2, 3, 8, 9, 10, 11, 4, 5, 6, 7, 12, 13, 14, 15));
+  unsigned const m = ~mask8(flags);
+  unsigned const k0 = m & 0xFFu;
+  unsigned const k1 = (m >> 8) & 0xFFu;
+  unsigned const k2 = (m >> 16) & 0xFFu;
+  unsigned const k3 = m >> 24;
   __m256i const a = _mm256_shuffle_epi8(lo, rows(tables.three_byte[k0], tables.three_byte[k2]));
   __m256i const b = _mm256_shuffle_epi8(hi, rows(tables.three_byte[k1], tables.three_byte[k3]));
+  // 1, 2 or 3 bytes a unit: 4 plus a bit for each step up.
+  unsigned const n0 = 4 + static_cast<unsigned>(__builtin_popcount(k0));
+  unsigned const n01 = n0 + 4 + static_cast<unsigned>(__builtin_popcount(k1));
+  unsigned const n2 = 4 + static_cast<unsigned>(__builtin_popcount(k2));
   store128(o, _mm256_castsi256_si128(a));
-  o += tables.three_length[k0];
-  store128(o, _mm256_castsi256_si128(b));
-  o += tables.three_length[k1];
+  store128(o + n0, _mm256_castsi256_si128(b));
+  o += n01;
   store128(o, _mm256_extracti128_si256(a, 1));
-  o += tables.three_length[k2];
-  store128(o, _mm256_extracti128_si256(b, 1));
-  o += tables.three_length[k3];
+  store128(o + n2, _mm256_extracti128_si256(b, 1));
+  o += n2 + 4 + static_cast<unsigned>(__builtin_popcount(k3));
+}
+
+// Sixteen units with no surrogate, at least one from 0x800 up.
+VEXA_AVX2 inline void encode_wide(u8*& o, __m256i v) {
+  __m256i const small = _mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xF800)), _mm256_setzero_si256());
+  if (_mm256_testz_si256(small, small)) {
+    encode_plane<true>(o, v, small);
+  } else {
+    encode_plane<false>(o, v, small);
+  }
 }
 
 // Sixteen units with no surrogate, by the cheapest form that takes them all.
 VEXA_AVX2 inline void encode_units(u8*& o, __m256i v) {
-  __m256i const big = _mm256_and_si256(v, set16(0xF800));
-  if (_mm256_testz_si256(big, big)) {
+  if (_mm256_testz_si256(v, set16(0xF800))) {
     encode_short(o, v);
   } else {
-    encode_plane(o, v);
+    encode_wide(o, v);
   }
 }
 
@@ -258,27 +285,34 @@ VEXA_AVX2 void encode16(u16 const*& p_in, u16 const* end, u8*& o_in) {
   __m256i const not_ascii = set16(0xFF80);
   while (end - p >= 16) {
     __m256i const v = load(p);
-    if (end - p >= 32) {
-      __m256i const w = load(p + 16);
-      if (_mm256_testz_si256(_mm256_or_si256(v, w), not_ascii)) {
-        store(o, _mm256_permute4x64_epi64(_mm256_packus_epi16(v, w), 0xD8));
-        p += 32;
-        o += 32;
-        continue;
-      }
-    }
     if (_mm256_testz_si256(v, not_ascii)) {
+      if (end - p >= 32) {
+        __m256i const w = load(p + 16);
+        if (_mm256_testz_si256(w, not_ascii)) {
+          store(o, _mm256_permute4x64_epi64(_mm256_packus_epi16(v, w), 0xD8));
+          p += 32;
+          o += 32;
+          continue;
+        }
+      }
       store128(o, _mm_packus_epi16(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1)));
       p += 16;
       o += 16;
       continue;
     }
-    unsigned const surrogates = mask8(_mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xF800)), set16(0xD800)));
-    if (surrogates == 0) {
-      encode_units(o, v);
+    __m256i const top = _mm256_and_si256(v, set16(0xF800));
+    if (_mm256_testz_si256(top, top)) {
+      encode_short(o, v);
       p += 16;
       continue;
     }
+    __m256i const surrogate = _mm256_cmpeq_epi16(top, set16(0xD800));
+    if (_mm256_testz_si256(surrogate, surrogate)) {
+      encode_wide(o, v);
+      p += 16;
+      continue;
+    }
+    unsigned const surrogates = mask8(surrogate);
     if (surrogates == ~0u &&
         mask8(_mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xFC00)), set32(0xDC00D800u))) == ~0u) {
       // (high, low) in each 32-bit lane.
