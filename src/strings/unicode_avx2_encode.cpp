@@ -101,8 +101,24 @@ VEXA_AVX2 inline unsigned mask8(__m256i v) { return static_cast<unsigned>(_mm256
 VEXA_AVX2 inline unsigned mask32(__m256i v) {
   return static_cast<unsigned>(_mm256_movemask_ps(_mm256_castsi256_ps(v)));
 }
-VEXA_AVX2 inline __m256i set16(unsigned v) { return _mm256_set1_epi16(static_cast<short>(v)); }
-VEXA_AVX2 inline __m256i set32(std::uint32_t v) { return _mm256_set1_epi32(static_cast<int>(v)); }
+
+// Vector constants, read from memory at their use: with this many in play
+// the compiler would otherwise rebuild them in general registers (three
+// instructions each) inside the loops. The empty asm hides the values.
+template <typename T, T V>
+struct splat {
+  alignas(32) static constexpr T lanes[16] = {V, V, V, V, V, V, V, V, V, V, V, V, V, V, V, V};
+};
+template <typename T, T V>
+VEXA_AVX2 inline __m256i constant() {
+  T const* lanes = splat<T, V>::lanes;
+  asm("" : "+r"(lanes));
+  return _mm256_load_si256(reinterpret_cast<__m256i const*>(lanes));
+}
+template <std::uint16_t V>
+VEXA_AVX2 inline __m256i c16() { return constant<std::uint16_t, V>(); }
+template <std::uint32_t V>
+VEXA_AVX2 inline __m256i c32() { return constant<std::uint32_t, V>(); }
 // Two 16-byte table rows as the halves of one vector.
 VEXA_AVX2 inline __m256i rows(u8 const* low, u8 const* high) {
   return _mm256_inserti128_si256(_mm256_castsi128_si256(load128(low)), load128(high), 1);
@@ -116,13 +132,13 @@ VEXA_AVX2 inline __m256i lanes_of(unsigned m) {
 // Sixteen units below 0x800 in 16-bit lanes, as one or two bytes each.
 VEXA_AVX2 inline void encode_short(u8*& o, __m256i v) {
   __m256i const z = _mm256_setzero_si256();
-  __m256i const ascii = _mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xFF80)), z);
+  __m256i const ascii = _mm256_cmpeq_epi16(_mm256_and_si256(v, c16<0xFF80>()), z);
   // Bits 0-7: units 0-7 are ASCII; bits 16-23: units 8-15.
   unsigned const two = ~mask8(_mm256_packs_epi16(ascii, z));
   unsigned const first = two & 0xFFu;
   unsigned const second = (two >> 16) & 0xFFu;
-  __m256i const lead = _mm256_or_si256(_mm256_srli_epi16(v, 6), set16(0xC0));
-  __m256i const last = _mm256_or_si256(_mm256_and_si256(v, set16(0x3F)), set16(0x80));
+  __m256i const lead = _mm256_or_si256(_mm256_srli_epi16(v, 6), c16<0xC0>());
+  __m256i const last = _mm256_or_si256(_mm256_and_si256(v, c16<0x3F>()), c16<0x80>());
   __m256i const pairs = _mm256_or_si256(lead, _mm256_slli_epi16(last, 8));
   __m256i const bytes = _mm256_blendv_epi8(pairs, v, ascii);
   __m256i const out = _mm256_shuffle_epi8(bytes, rows(tables.two_byte[first], tables.two_byte[second]));
@@ -138,12 +154,12 @@ template <bool Three>
 VEXA_AVX2 inline void encode_plane(u8*& o, __m256i v, __m256i small) {
   // Bytes 0, 1: the three-byte lead, then the middle byte, which below 0x800
   // gets 0x40 more and is the two-byte lead.
-  __m256i head = _mm256_or_si256(_mm256_or_si256(_mm256_srli_epi16(v, 12), set16(0x80E0)),
-                                 _mm256_and_si256(_mm256_slli_epi16(v, 2), set16(0x3F00)));
-  if (!Three) head = _mm256_or_si256(head, _mm256_and_si256(small, set16(0x4000)));
+  __m256i head = _mm256_or_si256(_mm256_or_si256(_mm256_srli_epi16(v, 12), c16<0x80E0>()),
+                                 _mm256_and_si256(_mm256_slli_epi16(v, 2), c16<0x3F00>()));
+  if (!Three) head = _mm256_or_si256(head, _mm256_and_si256(small, c16<0x4000>()));
   // Bytes 2, 3: the last byte, then the unit itself for ASCII.
   __m256i const tail =
-      _mm256_or_si256(_mm256_or_si256(_mm256_and_si256(v, set16(0x3F)), set16(0x80)), _mm256_slli_epi16(v, 8));
+      _mm256_or_si256(_mm256_or_si256(_mm256_and_si256(v, c16<0x3F>()), c16<0x80>()), _mm256_slli_epi16(v, 8));
   __m256i const lo = _mm256_unpacklo_epi16(head, tail);  // units 0-3 and 8-11
   __m256i const hi = _mm256_unpackhi_epi16(head, tail);  // units 4-7 and 12-15
   if (Three) {
@@ -160,7 +176,7 @@ VEXA_AVX2 inline void encode_plane(u8*& o, __m256i v, __m256i small) {
   }
   // One key byte per four units: bit i at least 0x80, bit i + 4 at least
   // 0x800, in the order the four groups are stored.
-  __m256i const ascii = _mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xFF80)), _mm256_setzero_si256());
+  __m256i const ascii = _mm256_cmpeq_epi16(_mm256_and_si256(v, c16<0xFF80>()), _mm256_setzero_si256());
   __m256i const flags = _mm256_shuffle_epi8(_mm256_packs_epi16(ascii, small),
                                             _mm256_setr_epi8(0, 1, 2, 3, 8, 9, 10, 11, 4, 5, 6, 7, 12, 13, 14, 15,  //
                                                              0, 1, 2, 3, 8, 9, 10, 11, 4, 5, 6, 7, 12, 13, 14, 15));
@@ -185,7 +201,7 @@ VEXA_AVX2 inline void encode_plane(u8*& o, __m256i v, __m256i small) {
 
 // Sixteen units with no surrogate, at least one from 0x800 up.
 VEXA_AVX2 inline void encode_wide(u8*& o, __m256i v) {
-  __m256i const small = _mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xF800)), _mm256_setzero_si256());
+  __m256i const small = _mm256_cmpeq_epi16(_mm256_and_si256(v, c16<0xF800>()), _mm256_setzero_si256());
   if (_mm256_testz_si256(small, small)) {
     encode_plane<true>(o, v, small);
   } else {
@@ -195,7 +211,7 @@ VEXA_AVX2 inline void encode_wide(u8*& o, __m256i v) {
 
 // Sixteen units with no surrogate, by the cheapest form that takes them all.
 VEXA_AVX2 inline void encode_units(u8*& o, __m256i v) {
-  if (_mm256_testz_si256(v, set16(0xF800))) {
+  if (_mm256_testz_si256(v, c16<0xF800>())) {
     encode_short(o, v);
   } else {
     encode_wide(o, v);
@@ -207,28 +223,28 @@ VEXA_AVX2 inline void encode_units(u8*& o, __m256i v) {
 // encode_points.
 VEXA_AVX2 inline __m256i four_bytes(__m256i c) {
   __m256i const b0 = _mm256_srli_epi32(c, 18);
-  __m256i const b1 = _mm256_and_si256(_mm256_srli_epi32(c, 4), set32(0x3F00));
-  __m256i const b2 = _mm256_and_si256(_mm256_slli_epi32(c, 10), set32(0x3F0000));
-  __m256i const b3 = _mm256_and_si256(_mm256_slli_epi32(c, 24), set32(0x3F000000));
-  return _mm256_or_si256(_mm256_or_si256(_mm256_or_si256(b0, b1), _mm256_or_si256(b2, b3)), set32(0x808080F0u));
+  __m256i const b1 = _mm256_and_si256(_mm256_srli_epi32(c, 4), c32<0x3F00>());
+  __m256i const b2 = _mm256_and_si256(_mm256_slli_epi32(c, 10), c32<0x3F0000>());
+  __m256i const b3 = _mm256_and_si256(_mm256_slli_epi32(c, 24), c32<0x3F000000>());
+  return _mm256_or_si256(_mm256_or_si256(_mm256_or_si256(b0, b1), _mm256_or_si256(b2, b3)), c32<0x808080F0u>());
 }
 
 // Eight code points in 32-bit lanes (signed: below 0x80, negative ones
 // included, one byte of the low eight bits; none above 0x10FFFF), the lanes
 // set in `drop` giving nothing.
 VEXA_AVX2 inline void encode_points(u8*& o, __m256i c, __m256i drop) {
-  __m256i const m1 = _mm256_cmpgt_epi32(c, set32(0x7F));
-  __m256i const m2 = _mm256_cmpgt_epi32(c, set32(0x7FF));
-  __m256i const m3 = _mm256_cmpgt_epi32(c, set32(0xFFFF));
+  __m256i const m1 = _mm256_cmpgt_epi32(c, c32<0x7F>());
+  __m256i const m2 = _mm256_cmpgt_epi32(c, c32<0x7FF>());
+  __m256i const m3 = _mm256_cmpgt_epi32(c, c32<0xFFFF>());
   // 8 bits for each byte short of four: 24, 16, 8 or 0.
-  __m256i const shift = _mm256_add_epi32(set32(24), _mm256_slli_epi32(_mm256_add_epi32(_mm256_add_epi32(m1, m2), m3), 3));
+  __m256i const shift = _mm256_add_epi32(c32<24>(), _mm256_slli_epi32(_mm256_add_epi32(_mm256_add_epi32(m1, m2), m3), 3));
   // Shifted down, the first continuation becomes the lead: 0x40 more for two
   // bytes, 0x60 more for three.
   __m256i const lead = _mm256_andnot_si256(
-      m3, _mm256_or_si256(_mm256_and_si256(m1, set32(0x40)), _mm256_and_si256(m2, set32(0x20))));
+      m3, _mm256_or_si256(_mm256_and_si256(m1, c32<0x40>()), _mm256_and_si256(m2, c32<0x20>())));
   __m256i const bytes =
       _mm256_blendv_epi8(c, _mm256_or_si256(_mm256_srlv_epi32(four_bytes(c), shift), lead), m1);
-  unsigned const kept = mask8(_mm256_andnot_si256(drop, _mm256_srlv_epi32(set32(~0u), shift)));
+  unsigned const kept = mask8(_mm256_andnot_si256(drop, _mm256_srlv_epi32(c32<~0u>(), shift)));
   unsigned const k0 = kept & 0xFFu;
   unsigned const k1 = (kept >> 8) & 0xFFu;
   unsigned const k2 = (kept >> 16) & 0xFFu;
@@ -263,17 +279,17 @@ VEXA_AVX2 inline void encode_supplementary(u8*& o, __m256i c) {
 VEXA_AVX2 inline bool encode_general(u16 const*& p, u8*& o) {
   __m256i const a = _mm256_cvtepu16_epi32(load128(p));
   __m256i const b = _mm256_cvtepu16_epi32(load128(p + 1));
-  __m256i const top6 = set32(0xFC00);
-  __m256i const is_high = _mm256_cmpeq_epi32(_mm256_and_si256(a, top6), set32(0xD800));
+  __m256i const top6 = c32<0xFC00>();
+  __m256i const is_high = _mm256_cmpeq_epi32(_mm256_and_si256(a, top6), c32<0xD800>());
   unsigned const high = mask32(is_high);
-  unsigned const low = mask32(_mm256_cmpeq_epi32(_mm256_and_si256(a, top6), set32(0xDC00)));
-  unsigned const next_low = mask32(_mm256_cmpeq_epi32(_mm256_and_si256(b, top6), set32(0xDC00)));
+  unsigned const low = mask32(_mm256_cmpeq_epi32(_mm256_and_si256(a, top6), c32<0xDC00>()));
+  unsigned const next_low = mask32(_mm256_cmpeq_epi32(_mm256_and_si256(b, top6), c32<0xDC00>()));
   unsigned const pair = high & next_low;
   unsigned const bad = (high & ~next_low) | (low & ~(pair << 1));
   unsigned const upto = bad != 0 ? static_cast<unsigned>(__builtin_ctz(bad)) : 8u;
   // The low half of each pair and everything from the lone surrogate on.
   unsigned const drop = ((pair << 1) | (0xFFu << upto)) & 0xFFu;
-  __m256i const joined = _mm256_sub_epi32(_mm256_add_epi32(_mm256_slli_epi32(a, 10), b), set32(0x35FDC00));
+  __m256i const joined = _mm256_sub_epi32(_mm256_add_epi32(_mm256_slli_epi32(a, 10), b), c32<0x35FDC00>());
   encode_points(o, _mm256_blendv_epi8(a, joined, is_high), lanes_of(drop));
   p += upto + (upto == 8 ? (pair >> 7) : 0u);
   return bad == 0;
@@ -282,7 +298,7 @@ VEXA_AVX2 inline bool encode_general(u16 const*& p, u8*& o) {
 VEXA_AVX2 void encode16(u16 const*& p_in, u16 const* end, u8*& o_in) {
   u16 const* p = p_in;
   u8* o = o_in;
-  __m256i const not_ascii = set16(0xFF80);
+  __m256i const not_ascii = c16<0xFF80>();
   while (end - p >= 16) {
     __m256i const v = load(p);
     if (_mm256_testz_si256(v, not_ascii)) {
@@ -300,13 +316,13 @@ VEXA_AVX2 void encode16(u16 const*& p_in, u16 const* end, u8*& o_in) {
       o += 16;
       continue;
     }
-    __m256i const top = _mm256_and_si256(v, set16(0xF800));
+    __m256i const top = _mm256_and_si256(v, c16<0xF800>());
     if (_mm256_testz_si256(top, top)) {
       encode_short(o, v);
       p += 16;
       continue;
     }
-    __m256i const surrogate = _mm256_cmpeq_epi16(top, set16(0xD800));
+    __m256i const surrogate = _mm256_cmpeq_epi16(top, c16<0xD800>());
     if (_mm256_testz_si256(surrogate, surrogate)) {
       encode_wide(o, v);
       p += 16;
@@ -314,12 +330,12 @@ VEXA_AVX2 void encode16(u16 const*& p_in, u16 const* end, u8*& o_in) {
     }
     unsigned const surrogates = mask8(surrogate);
     if (surrogates == ~0u &&
-        mask8(_mm256_cmpeq_epi16(_mm256_and_si256(v, set16(0xFC00)), set32(0xDC00D800u))) == ~0u) {
+        mask8(_mm256_cmpeq_epi16(_mm256_and_si256(v, c16<0xFC00>()), c32<0xDC00D800u>())) == ~0u) {
       // (high, low) in each 32-bit lane.
-      __m256i const ten = set32(0x3FF);
+      __m256i const ten = c32<0x3FF>();
       __m256i const c = _mm256_add_epi32(
           _mm256_or_si256(_mm256_slli_epi32(_mm256_and_si256(v, ten), 10), _mm256_and_si256(_mm256_srli_epi32(v, 16), ten)),
-          set32(0x10000));
+          c32<0x10000>());
       encode_supplementary(o, c);
       p += 16;
       continue;
@@ -334,21 +350,21 @@ VEXA_AVX2 void encode16(u16 const*& p_in, u16 const* end, u8*& o_in) {
 // lanes from the first that is on.
 VEXA_AVX2 inline unsigned bad_units(__m256i c) {
   __m256i const bad = _mm256_or_si256(
-      _mm256_cmpgt_epi32(c, set32(0x10FFFF)),
-      _mm256_cmpeq_epi32(_mm256_and_si256(c, set32(0xFFFFF800u)), set32(0xD800)));
+      _mm256_cmpgt_epi32(c, c32<0x10FFFF>()),
+      _mm256_cmpeq_epi32(_mm256_and_si256(c, c32<0xFFFFF800u>()), c32<0xD800>()));
   return mask32(bad);
 }
 
 // True for lanes that are plain BMP units: 0 to 0xFFFF and no surrogate.
 VEXA_AVX2 inline __m256i off_plane(__m256i c) {
-  __m256i const outside = _mm256_or_si256(_mm256_cmpgt_epi32(c, set32(0xFFFF)), _mm256_srai_epi32(c, 31));
-  return _mm256_or_si256(outside, _mm256_cmpeq_epi32(_mm256_and_si256(c, set32(0xFFFFF800u)), set32(0xD800)));
+  __m256i const outside = _mm256_or_si256(_mm256_cmpgt_epi32(c, c32<0xFFFF>()), _mm256_srai_epi32(c, 31));
+  return _mm256_or_si256(outside, _mm256_cmpeq_epi32(_mm256_and_si256(c, c32<0xFFFFF800u>()), c32<0xD800>()));
 }
 
 VEXA_AVX2 void encode32(wchar_t const*& p_in, wchar_t const* end, u8*& o_in) {
   wchar_t const* p = p_in;
   u8* o = o_in;
-  __m256i const not_ascii = set32(~0x7Fu);  // negative units too
+  __m256i const not_ascii = c32<~0x7Fu>();  // negative units too
   while (end - p >= 8) {
     __m256i const c = load(p);
     if (end - p >= 16) {
@@ -372,14 +388,14 @@ VEXA_AVX2 void encode32(wchar_t const*& p_in, wchar_t const* end, u8*& o_in) {
         o += 16;
         continue;
       }
-      if (_mm256_testz_si256(_mm256_or_si256(off_plane(c), off_plane(d)), set32(~0u))) {
+      if (_mm256_testz_si256(_mm256_or_si256(off_plane(c), off_plane(d)), c32<~0u>())) {
         encode_units(o, _mm256_permute4x64_epi64(_mm256_packus_epi32(c, d), 0xD8));
         p += 16;
         continue;
       }
     }
     unsigned const bad = bad_units(c);
-    if (bad == 0 && mask32(_mm256_cmpgt_epi32(c, set32(0xFFFF))) == 0xFFu) {
+    if (bad == 0 && mask32(_mm256_cmpgt_epi32(c, c32<0xFFFF>())) == 0xFFu) {
       encode_supplementary(o, c);
       p += 8;
       continue;
