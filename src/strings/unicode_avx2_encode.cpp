@@ -41,19 +41,18 @@ namespace {
 #define VEXA_AVX2 __attribute__((target("avx2,bmi,bmi2,popcnt")))
 
 struct encode_tables {
-  // two_byte[m] packs eight 16-bit lanes holding one UTF-8 byte, or two
-  // where bit i of m is set; the total is 8 + popcount(m).
-  u8 two_byte[256][16];
   // three_byte[k] packs four 32-bit lanes laid out as (three-byte lead,
   // middle, last, ASCII byte): lane i gives the ASCII byte, the middle and
   // last bytes where bit i of k is set (at least 0x80), and all three where
-  // bit i + 4 is set too (at least 0x800). three_length[k] is the total.
+  // bit i + 4 is set too (at least 0x800). The total is 4 + popcount(k).
   u8 three_byte[256][16];
-  u8 three_length[256];
+  // two_byte[m] packs eight 16-bit lanes holding one UTF-8 byte, or two
+  // where bit i of m is set; the total is 8 + popcount(m).
+  u8 two_byte[256][16];
   // keep[m] moves the bytes (of eight) whose bit is set in m to the front.
   std::uint64_t keep[256];
 
-  constexpr encode_tables() : two_byte{}, three_byte{}, three_length{}, keep{} {
+  constexpr encode_tables() : three_byte{}, two_byte{}, keep{} {
     for (unsigned m = 0; m < 256; ++m) {
       unsigned n = 0;
       for (unsigned lane = 0; lane < 8; ++lane) {
@@ -76,7 +75,6 @@ struct encode_tables {
           three_byte[m][n++] = static_cast<u8>(base + 3);
         }
       }
-      three_length[m] = static_cast<u8>(n);
       for (; n < 16; ++n) three_byte[m][n] = 0x80;
 
       std::uint64_t k = 0;
