@@ -146,35 +146,28 @@ VEXA_AVX2 inline void encode_short(u8*& o, __m256i v) {
   o += 8 + __builtin_popcount(second);
 }
 
-// Sixteen units with no surrogate in 16-bit lanes, as one to three bytes
-// each; Three: all take three bytes (no table needed).
-template <bool Three>
-VEXA_AVX2 inline void encode_plane(u8*& o, __m256i v, __m256i small) {
-  // Bytes 0, 1: the three-byte lead, then the middle byte, which below 0x800
-  // gets 0x40 more and is the two-byte lead.
-  __m256i head = _mm256_or_si256(_mm256_or_si256(_mm256_srli_epi16(v, 12), c16<0x80E0>()),
-                                 _mm256_and_si256(_mm256_slli_epi16(v, 2), c16<0x3F00>()));
-  if (!Three) head = _mm256_or_si256(head, _mm256_and_si256(small, c16<0x4000>()));
-  // Bytes 2, 3: the last byte, then the unit itself for ASCII.
-  __m256i const tail =
-      _mm256_or_si256(_mm256_or_si256(_mm256_and_si256(v, c16<0x3F>()), c16<0x80>()), _mm256_slli_epi16(v, 8));
+// Bytes 0, 1 of each unit's four candidates: the three-byte lead, then the
+// middle byte, which below 0x800 (where `small` is set) gets 0x40 more and is
+// the two-byte lead.
+VEXA_AVX2 inline __m256i head_bytes(__m256i v, __m256i small) {
+  __m256i const head = _mm256_or_si256(_mm256_or_si256(_mm256_srli_epi16(v, 12), c16<0x80E0>()),
+                                       _mm256_and_si256(_mm256_slli_epi16(v, 2), c16<0x3F00>()));
+  return _mm256_or_si256(head, _mm256_and_si256(small, c16<0x4000>()));
+}
+
+// Bytes 2, 3: the last byte, then the unit itself for ASCII.
+VEXA_AVX2 inline __m256i tail_bytes(__m256i v) {
+  return _mm256_or_si256(_mm256_or_si256(_mm256_and_si256(v, c16<0x3F>()), c16<0x80>()), _mm256_slli_epi16(v, 8));
+}
+
+// Sixteen units, each as its four candidate bytes (head: bytes 0, 1; tail:
+// bytes 2, 3), packed to one byte where `ascii` is set, bytes 1 and 2 where
+// `small` is, and bytes 0 to 2 elsewhere.
+VEXA_AVX2 inline void pack_units(u8*& o, __m256i head, __m256i tail, __m256i ascii, __m256i small) {
   __m256i const lo = _mm256_unpacklo_epi16(head, tail);  // units 0-3 and 8-11
   __m256i const hi = _mm256_unpackhi_epi16(head, tail);  // units 4-7 and 12-15
-  if (Three) {
-    __m256i const order = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -128, -128, -128, -128,  //
-                                           0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -128, -128, -128, -128);
-    __m256i const a = _mm256_shuffle_epi8(lo, order);
-    __m256i const b = _mm256_shuffle_epi8(hi, order);
-    store128(o, _mm256_castsi256_si128(a));
-    store128(o + 12, _mm256_castsi256_si128(b));
-    store128(o + 24, _mm256_extracti128_si256(a, 1));
-    store128(o + 36, _mm256_extracti128_si256(b, 1));
-    o += 48;
-    return;
-  }
   // One key byte per four units: bit i at least 0x80, bit i + 4 at least
   // 0x800, in the order the four groups are stored.
-  __m256i const ascii = _mm256_cmpeq_epi16(_mm256_and_si256(v, c16<0xFF80>()), _mm256_setzero_si256());
   __m256i const flags = _mm256_shuffle_epi8(_mm256_packs_epi16(ascii, small),
                                             _mm256_setr_epi8(0, 1, 2, 3, 8, 9, 10, 11, 4, 5, 6, 7, 12, 13, 14, 15,  //
                                                              0, 1, 2, 3, 8, 9, 10, 11, 4, 5, 6, 7, 12, 13, 14, 15));
@@ -197,13 +190,57 @@ VEXA_AVX2 inline void encode_plane(u8*& o, __m256i v, __m256i small) {
   o += n2 + 4 + static_cast<unsigned>(__builtin_popcount(k3));
 }
 
+// Sixteen units from 0x800 up, no surrogate: 48 bytes by fixed shuffles.
+VEXA_AVX2 inline void encode_three(u8*& o, __m256i v) {
+  __m256i const head = head_bytes(v, _mm256_setzero_si256());
+  __m256i const tail = tail_bytes(v);
+  __m256i const order = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -128, -128, -128, -128,  //
+                                         0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -128, -128, -128, -128);
+  __m256i const a = _mm256_shuffle_epi8(_mm256_unpacklo_epi16(head, tail), order);
+  __m256i const b = _mm256_shuffle_epi8(_mm256_unpackhi_epi16(head, tail), order);
+  store128(o, _mm256_castsi256_si128(a));
+  store128(o + 12, _mm256_castsi256_si128(b));
+  store128(o + 24, _mm256_extracti128_si256(a, 1));
+  store128(o + 36, _mm256_extracti128_si256(b, 1));
+  o += 48;
+}
+
+VEXA_AVX2 inline __m256i ascii_lanes(__m256i v) {
+  return _mm256_cmpeq_epi16(_mm256_and_si256(v, c16<0xFF80>()), _mm256_setzero_si256());
+}
+
+// Sixteen units with well-formed pairs among them (emoji between words). A
+// pair's four bytes are split over its two units, two each, so every unit
+// packs as at most three bytes: the high unit gives the lead and the next
+// byte, which depend on it alone; the low unit gives the last two, the first
+// of which takes the high unit's two lowest bits.
+VEXA_AVX2 inline void encode_with_pairs(u8*& o, __m256i v, __m256i high, __m256i low) {
+  __m256i const small = _mm256_cmpeq_epi16(_mm256_and_si256(v, c16<0xF800>()), _mm256_setzero_si256());
+  // The unit before each (zero before the first: it is never a low unit here).
+  __m256i const before = _mm256_alignr_epi8(v, _mm256_permute2x128_si256(v, v, 0x08), 14);
+  // High unit: the plane-and-top bits (c >> 10) are its ten bits + 0x40.
+  __m256i const top = _mm256_add_epi16(_mm256_and_si256(v, c16<0x3FF>()), c16<0x40>());
+  __m256i const high_head = _mm256_or_si256(_mm256_and_si256(top, c16<0xFF00>()), c16<0xF000>());
+  __m256i const high_tail = _mm256_or_si256(_mm256_and_si256(_mm256_srli_epi16(top, 2), c16<0x3F>()), c16<0x80>());
+  __m256i const low_head = _mm256_or_si256(
+      _mm256_or_si256(_mm256_slli_epi16(_mm256_and_si256(before, c16<0x3>()), 12),
+                      _mm256_and_si256(_mm256_slli_epi16(v, 2), c16<0x0F00>())),
+      c16<0x8000>());
+  __m256i const pair = _mm256_or_si256(high, low);
+  __m256i const head =
+      _mm256_blendv_epi8(head_bytes(v, small), _mm256_blendv_epi8(low_head, high_head, high), pair);
+  __m256i const tail = _mm256_blendv_epi8(tail_bytes(v), high_tail, high);
+  // Both units of a pair pack as two bytes (bytes 1 and 2).
+  pack_units(o, head, tail, ascii_lanes(v), _mm256_or_si256(small, pair));
+}
+
 // Sixteen units with no surrogate, at least one from 0x800 up.
 VEXA_AVX2 inline void encode_wide(u8*& o, __m256i v) {
   __m256i const small = _mm256_cmpeq_epi16(_mm256_and_si256(v, c16<0xF800>()), _mm256_setzero_si256());
   if (_mm256_testz_si256(small, small)) {
-    encode_plane<true>(o, v, small);
+    encode_three(o, v);
   } else {
-    encode_plane<false>(o, v, small);
+    pack_units(o, head_bytes(v, small), tail_bytes(v), ascii_lanes(v), small);
   }
 }
 
@@ -326,9 +363,8 @@ VEXA_AVX2 void encode16(u16 const*& p_in, u16 const* end, u8*& o_in) {
       p += 16;
       continue;
     }
-    unsigned const surrogates = mask8(surrogate);
-    if (surrogates == ~0u &&
-        mask8(_mm256_cmpeq_epi16(_mm256_and_si256(v, c16<0xFC00>()), c32<0xDC00D800u>())) == ~0u) {
+    __m256i const kind = _mm256_and_si256(v, c16<0xFC00>());
+    if (mask8(_mm256_cmpeq_epi16(kind, c32<0xDC00D800u>())) == ~0u) {
       // (high, low) in each 32-bit lane.
       __m256i const ten = c32<0x3FF>();
       __m256i const c = _mm256_add_epi32(
@@ -336,6 +372,18 @@ VEXA_AVX2 void encode16(u16 const*& p_in, u16 const* end, u8*& o_in) {
           c32<0x10000>());
       encode_supplementary(o, c);
       p += 16;
+      continue;
+    }
+    // Pairs among other text: each high unit right before a low one. A high
+    // last unit is left for the next block: its two bytes are taken back.
+    __m256i const high = _mm256_cmpeq_epi16(kind, c16<0xD800>());
+    __m256i const low = _mm256_cmpeq_epi16(kind, c16<0xDC00>());
+    unsigned const highs = mask8(high);
+    if (mask8(low) == highs << 2) {
+      encode_with_pairs(o, v, high, low);
+      unsigned const split = highs >> 31;
+      o -= 2 * split;
+      p += 16 - split;
       continue;
     }
     if (!encode_general(p, o)) break;
