@@ -1,18 +1,21 @@
 // AVX2 kernels from UTF-16 and UTF-32 to UTF-8 (see unicode_kernels.hpp).
 //
 // UTF-16 goes 16 units a step (32 while all are ASCII). A block without
-// surrogates takes one of two forms, with no further branch on its mix:
+// surrogates takes one of three forms:
 // - all below 0x800 (alphabetic scripts with their ASCII spaces): every unit
 //   as one or two bytes in its 16-bit lane, one table shuffle per 8 units;
-// - anything else (ideographs, syllables, Indic scripts with ASCII among
-//   them): every unit laid out as four candidate bytes in a 32-bit lane
-//   (three-byte lead, middle, last, ASCII byte), one table shuffle per 4
-//   units picks its 1, 2 or 3 bytes.
-// Eight well-formed pairs become 32 bytes at once. Any other block with
-// surrogates goes 8 units at a time through the general path: pairs are
-// joined in 32-bit lanes, every lane is encoded in up to four bytes and the
-// bytes kept are packed by a table of byte masks; it stops before the first
-// lone surrogate, which the unit code answers.
+// - all from 0x800 up (ideographs, syllables): 48 bytes by fixed shuffles;
+// - any mix (Indic scripts, or ideographs, with ASCII among them): every unit
+//   laid out as four candidate bytes in a 32-bit lane (three-byte lead,
+//   middle, last, ASCII byte), one table shuffle per 4 units picks its 1, 2
+//   or 3 bytes.
+// Eight pairs become 32 bytes at once. Well-formed pairs among other text
+// (emoji between words) go through the mix form too: a pair's four bytes
+// are split over its two units, two each. Any other block with surrogates
+// goes 8 units at a time through the general path: pairs are joined in
+// 32-bit lanes, every lane is encoded in up to four bytes and the bytes kept
+// are packed by a table of byte masks; it stops before the first lone
+// surrogate, which the unit code answers.
 //
 // UTF-32 goes 32 units a step while ASCII, 16 while all are plain BMP units
 // (through the UTF-16 forms above), 8 when all are above 0xFFFF, and
@@ -20,7 +23,7 @@
 // byte each, their low eight bits) and stops before a surrogate or a unit
 // above 0x10FFFF.
 //
-// Every store ends at most 16 bytes past the output of the units taken, well
+// Every store ends at most 18 bytes past the output of the units taken, well
 // inside `kernel_slack`.
 #include <cstdint>
 
@@ -392,8 +395,8 @@ VEXA_AVX2 void encode16(u16 const*& p_in, u16 const* end, u8*& o_in) {
   o_in = o;
 }
 
-// Eight UTF-32 units that are neither surrogates nor above 0x10FFFF, the
-// lanes from the first that is on.
+// The lanes of eight UTF-32 units the kernel must leave to the unit code:
+// surrogates and units above 0x10FFFF.
 VEXA_AVX2 inline unsigned bad_units(__m256i c) {
   __m256i const bad = _mm256_or_si256(
       _mm256_cmpgt_epi32(c, c32<0x10FFFF>()),
@@ -401,7 +404,7 @@ VEXA_AVX2 inline unsigned bad_units(__m256i c) {
   return mask32(bad);
 }
 
-// True for lanes that are plain BMP units: 0 to 0xFFFF and no surrogate.
+// The lanes that are no plain BMP unit (0 to 0xFFFF, no surrogate).
 VEXA_AVX2 inline __m256i off_plane(__m256i c) {
   __m256i const outside = _mm256_or_si256(_mm256_cmpgt_epi32(c, c32<0xFFFF>()), _mm256_srai_epi32(c, 31));
   return _mm256_or_si256(outside, _mm256_cmpeq_epi32(_mm256_and_si256(c, c32<0xFFFFF800u>()), c32<0xD800>()));
