@@ -4,6 +4,12 @@
 #if defined(__x86_64__) || defined(__i386__)
 #include <immintrin.h>
 
+// GCC 12 takes the deliberately undefined start values inside its AVX-512
+// intrinsics for uninitialised variables once they are inlined here.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
+
 #define VEXA_AVX512 __attribute__((target("avx512f,avx512bw,avx512vl,avx512vbmi2,avx2,bmi,bmi2,popcnt")))
 #include "strings/unicode_avx512.hpp"
 
