@@ -12,6 +12,7 @@
 
 #include "fuzz_support.hpp"
 #include "unicode_reference.hpp"
+#include "unicode_transforms.hpp"
 #include "vexa/strings/unicode.hpp"
 
 namespace vexa_fuzz {
@@ -23,43 +24,43 @@ void expect_same(char const* transform, Source const& source, Got const& got, Wa
                       "\n  expected " + hex(want));
 }
 
-inline void check_from(vexa::strings::ustring8 const& text, bool chain);
-inline void check_from(vexa::strings::ustring16 const& text, bool chain);
-inline void check_from(vexa::strings::ustring32 const& text, bool chain);
+inline void check_from(vexa::strings::ustring8 const& text, bool chain,
+                       unicode_transforms const& t = library_transforms());
+inline void check_from(vexa::strings::ustring16 const& text, bool chain,
+                       unicode_transforms const& t = library_transforms());
+inline void check_from(vexa::strings::ustring32 const& text, bool chain,
+                       unicode_transforms const& t = library_transforms());
 
-inline void check_from(vexa::strings::ustring8 const& text, bool chain) {
-  namespace strings = vexa::strings;
-  strings::ustring16 const to16 = strings::utf8_to_utf16(text);
+inline void check_from(vexa::strings::ustring8 const& text, bool chain, unicode_transforms const& t) {
+  vexa::strings::ustring16 const to16 = t.utf8_to_utf16(text);
   expect_same("utf8_to_utf16", text, to16, reference::utf8_to_utf16(text));
-  strings::ustring32 const to32 = strings::utf8_to_utf32(text);
+  vexa::strings::ustring32 const to32 = t.utf8_to_utf32(text);
   expect_same("utf8_to_utf32", text, to32, reference::utf8_to_utf32(text));
   if (chain) {
-    check_from(to16, false);
-    check_from(to32, false);
+    check_from(to16, false, t);
+    check_from(to32, false, t);
   }
 }
 
-inline void check_from(vexa::strings::ustring16 const& text, bool chain) {
-  namespace strings = vexa::strings;
-  strings::ustring8 const to8 = strings::utf16_to_utf8(text);
+inline void check_from(vexa::strings::ustring16 const& text, bool chain, unicode_transforms const& t) {
+  vexa::strings::ustring8 const to8 = t.utf16_to_utf8(text);
   expect_same("utf16_to_utf8", text, to8, reference::utf16_to_utf8(text));
-  strings::ustring32 const to32 = strings::utf16_to_utf32(text);
+  vexa::strings::ustring32 const to32 = t.utf16_to_utf32(text);
   expect_same("utf16_to_utf32", text, to32, reference::utf16_to_utf32(text));
   if (chain) {
-    check_from(to8, false);
-    check_from(to32, false);
+    check_from(to8, false, t);
+    check_from(to32, false, t);
   }
 }
 
-inline void check_from(vexa::strings::ustring32 const& text, bool chain) {
-  namespace strings = vexa::strings;
-  strings::ustring8 const to8 = strings::utf32_to_utf8(text);
+inline void check_from(vexa::strings::ustring32 const& text, bool chain, unicode_transforms const& t) {
+  vexa::strings::ustring8 const to8 = t.utf32_to_utf8(text);
   expect_same("utf32_to_utf8", text, to8, reference::utf32_to_utf8(text));
-  strings::ustring16 const to16 = strings::utf32_to_utf16(text);
+  vexa::strings::ustring16 const to16 = t.utf32_to_utf16(text);
   expect_same("utf32_to_utf16", text, to16, reference::utf32_to_utf16(text));
   if (chain) {
-    check_from(to8, false);
-    check_from(to16, false);
+    check_from(to8, false, t);
+    check_from(to16, false, t);
   }
 }
 

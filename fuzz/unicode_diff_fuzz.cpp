@@ -1,8 +1,10 @@
 // Fuzz target: the block kernels of the transforms against the plain rules.
 //
-// Random bytes seldom hold the long runs of well-formed text that the SSE2
-// and SSSE3 kernels take, so this target builds its text from the input as a
-// recipe: byte 0 picks the source encoding (0 UTF-8, 1 UTF-16, 2 UTF-32),
+// Every kernel set the processor has (portable, SSSE3, AVX2, AVX-512) is
+// run on each input, and the AVX-512 set over a software model where the
+// processor lacks it. Random bytes seldom hold the long runs of well-formed
+// text that the kernels take, so this target builds its text from the input
+// as a recipe: byte 0 picks the source encoding (0 UTF-8, 1 UTF-16, 2 UTF-32),
 // then each step is a command byte (low four bits: what, high four bits: how
 // many times, 1-16) and its payload:
 //    0-4  one ASCII unit (payload byte & 0x7F, NUL and controls included)
@@ -20,6 +22,7 @@
 #include <cstdint>
 #include <string>
 
+#include "unicode_avx512_model.hpp"
 #include "unicode_checks.hpp"
 
 namespace {
@@ -112,8 +115,23 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
       else text.cut();
     }
   }
-  if (text.source == 0) vexa_fuzz::check_from(strings::ustring8(text.text8), true);
-  if (text.source == 1) vexa_fuzz::check_from(strings::ustring16(text.text16), true);
-  if (text.source == 2) vexa_fuzz::check_from(strings::ustring32(text.text32), true);
+  // Every kernel set this processor has must give the same, plain results.
+  using strings::_private::unicode_kernel;
+  for (unicode_kernel kernel :
+       {unicode_kernel::portable, unicode_kernel::ssse3, unicode_kernel::avx2, unicode_kernel::avx512}) {
+    if (!strings::_private::force_unicode_kernel(kernel)) continue;
+    if (text.source == 0) vexa_fuzz::check_from(strings::ustring8(text.text8), true);
+    if (text.source == 1) vexa_fuzz::check_from(strings::ustring16(text.text16), true);
+    if (text.source == 2) vexa_fuzz::check_from(strings::ustring32(text.text32), true);
+  }
+#if defined(VEXA_HAVE_AVX512_MODEL)
+  // The AVX-512 kernels over the software model, where the processor lacks them.
+  if (!strings::_private::unicode_kernel_available(unicode_kernel::avx512)) {
+    auto const& model = vexa_fuzz::avx512_model_transforms();
+    if (text.source == 0) vexa_fuzz::check_from(strings::ustring8(text.text8), true, model);
+    if (text.source == 1) vexa_fuzz::check_from(strings::ustring16(text.text16), true, model);
+    if (text.source == 2) vexa_fuzz::check_from(strings::ustring32(text.text32), true, model);
+  }
+#endif
   return 0;
 }

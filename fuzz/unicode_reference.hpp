@@ -1,6 +1,6 @@
 // vexa fuzzing — the Unicode rules written plainly, one unit at a time.
 //
-// The library moves text through block kernels (SSE2, SSSE3) and word
+// The library moves text through block kernels (SSE2, SSSE3, AVX2, AVX-512) and word
 // tricks; these functions walk the same rules unit by unit with nothing
 // clever, so a target can compare every result with them. They read no unit
 // outside the text (past the end reads as 0, as the library's character_index

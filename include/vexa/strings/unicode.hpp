@@ -163,6 +163,30 @@ VEXA_API bool validate_utf8(char const* s, unsigned long n);
 
 }  // namespace gh2
 
+// ---- implementation details ---------------------------------------------------
+//
+// Not for callers. The transforms move text in blocks with the widest kernels
+// the processor has, chosen once at the first transform; every kernel gives
+// the same results. Tests and benchmarks force one set to run each that the
+// machine has; the library reads no environment variable to choose.
+namespace _private {
+
+enum class unicode_kernel { portable, ssse3, avx2, avx512 };
+
+// Whether this processor can run the kernel set.
+VEXA_API bool unicode_kernel_available(unicode_kernel kernel);
+
+// Makes every later transform use the kernel set; false, changing nothing,
+// when the processor cannot run it. Not for use while another thread
+// transforms text.
+VEXA_API bool force_unicode_kernel(unicode_kernel kernel);
+
+// The set in use ("portable", "ssse3", "avx2", "avx512" for unicode_kernel_name).
+VEXA_API unicode_kernel current_unicode_kernel();
+VEXA_API char const* unicode_kernel_name(unicode_kernel kernel);
+
+}  // namespace _private
+
 }  // namespace strings
 }  // namespace VEXA_2_10
 

@@ -1,4 +1,4 @@
-// SSSE3 block kernels of the Unicode transforms (see unicode_simd.hpp).
+// SSSE3 block kernels of the Unicode transforms (see unicode_kernels.hpp).
 //
 // Decoding looks at 16 bytes at once: it classifies every byte, checks that
 // the continuation bytes sit exactly where the lead bytes say, computes a
@@ -12,31 +12,23 @@
 // four surrogate pairs become four four-byte sequences; any other mix is
 // done 4 units at a time in 32-bit lanes with one shuffle each. The variable
 // shuffles come from tables built at compile time.
-#include "strings/unicode_simd.hpp"
+#include "strings/unicode_kernels.hpp"
+#include "strings/unicode_tables.hpp"
 
-// Building with VEXA_NO_BLOCK_KERNELS defined leaves them out, which is how
-// the unit-by-unit paths are exercised on their own.
-#if (defined(__x86_64__) || defined(__i386__)) && !defined(VEXA_NO_BLOCK_KERNELS)
+#if defined(__x86_64__) || defined(__i386__)
 #include <tmmintrin.h>
-#define VEXA_HAVE_BLOCK_KERNELS 1
 #endif
 
 namespace VEXA_2_10 {
 namespace strings {
 namespace _private {
 
-#if defined(VEXA_HAVE_BLOCK_KERNELS)
+#if defined(__x86_64__) || defined(__i386__)
 
 namespace {
 
-using u8 = unsigned char;
-using u16 = unsigned short;
 
 struct shuffle_tables {
-  // keep16[m] moves the 16-bit lanes whose bit is set in m to the front;
-  // count[m] is the number of such lanes.
-  u8 keep16[256][16];
-  u8 count[256];
   // utf8[k] packs four 32-bit lanes that hold 1 + bit i + bit (i + 4) of k
   // UTF-8 bytes each (lane i); utf8_length[k] is the total.
   u8 utf8[256][16];
@@ -45,19 +37,8 @@ struct shuffle_tables {
   // where bit i of m is set; the total is 8 + count[m].
   u8 utf8_short[256][16];
 
-  constexpr shuffle_tables() : keep16{}, count{}, utf8{}, utf8_length{}, utf8_short{} {
+  constexpr shuffle_tables() : utf8{}, utf8_length{}, utf8_short{} {
     for (unsigned m = 0; m < 256; ++m) {
-      unsigned n = 0;
-      for (unsigned lane = 0; lane < 8; ++lane) {
-        if ((m >> lane) & 1u) {
-          keep16[m][2 * n] = static_cast<u8>(2 * lane);
-          keep16[m][2 * n + 1] = static_cast<u8>(2 * lane + 1);
-          ++n;
-        }
-      }
-      count[m] = static_cast<u8>(n);
-      for (unsigned i = 2 * n; i < 16; ++i) keep16[m][i] = 0x80;
-
       unsigned length = 0;
       for (unsigned lane = 0; lane < 4; ++lane) {
         unsigned const bytes = 1 + ((m >> lane) & 1u) + ((m >> (lane + 4)) & 1u);
@@ -146,10 +127,10 @@ VEXA_SSSE3 void decode(u8 const*& p_in, u8 const* end, Out*& o_in) {
     __m128i const v2 = load(p + 2);
     __m128i const lo = decode_lanes(_mm_unpacklo_epi8(v0, z), _mm_unpacklo_epi8(v1, z), _mm_unpacklo_epi8(v2, z));
     __m128i const hi = decode_lanes(_mm_unpackhi_epi8(v0, z), _mm_unpackhi_epi8(v1, z), _mm_unpackhi_epi8(v2, z));
-    store_units(o, _mm_shuffle_epi8(lo, load(tables.keep16[starts & 0xFFu])));
-    o += tables.count[starts & 0xFFu];
-    store_units(o, _mm_shuffle_epi8(hi, load(tables.keep16[starts >> 8])));
-    o += tables.count[starts >> 8];
+    store_units(o, _mm_shuffle_epi8(lo, load(unicode_tables.keep16[starts & 0xFFu])));
+    o += unicode_tables.count[starts & 0xFFu];
+    store_units(o, _mm_shuffle_epi8(hi, load(unicode_tables.keep16[starts >> 8])));
+    o += unicode_tables.count[starts >> 8];
     p += size;
   }
   p_in = p;
@@ -187,7 +168,7 @@ VEXA_SSSE3 inline unsigned encode_short_lanes(u8* o, __m128i v) {
   __m128i const two = _mm_or_si128(lead, _mm_slli_epi16(last, 8));
   __m128i const bytes = _mm_or_si128(_mm_and_si128(ascii, v), _mm_andnot_si128(ascii, two));
   store(o, _mm_shuffle_epi8(bytes, load(tables.utf8_short[wide])));
-  return 8u + tables.count[wide];
+  return 8u + unicode_tables.count[wide];
 }
 
 // Eight code points from 0x800 to 0xFFFF (no surrogates) in 16-bit lanes
@@ -321,23 +302,10 @@ VEXA_SSSE3 void encode(wchar_t const*& p_in, wchar_t const* end, u8*& o_in) {
 
 }  // namespace
 
-bool have_block_kernels() {
-  __builtin_cpu_init();
-  return __builtin_cpu_supports("ssse3");
-}
-
-void decode_blocks(u8 const*& p, u8 const* end, u16*& o) { decode(p, end, o); }
-void decode_blocks(u8 const*& p, u8 const* end, wchar_t*& o) { decode(p, end, o); }
-void encode_blocks(u16 const*& p, u16 const* end, u8*& o) { encode(p, end, o); }
-void encode_blocks(wchar_t const*& p, wchar_t const* end, u8*& o) { encode(p, end, o); }
-
-#else  // no block kernels on this processor family
-
-bool have_block_kernels() { return false; }
-void decode_blocks(unsigned char const*&, unsigned char const*, unsigned short*&) {}
-void decode_blocks(unsigned char const*&, unsigned char const*, wchar_t*&) {}
-void encode_blocks(unsigned short const*&, unsigned short const*, unsigned char*&) {}
-void encode_blocks(wchar_t const*&, wchar_t const*, unsigned char*&) {}
+void ssse3_decode(u8 const*& p, u8 const* end, u16*& o) { decode(p, end, o); }
+void ssse3_decode(u8 const*& p, u8 const* end, wchar_t*& o) { decode(p, end, o); }
+void ssse3_encode(u16 const*& p, u16 const* end, u8*& o) { encode(p, end, o); }
+void ssse3_encode(wchar_t const*& p, wchar_t const* end, u8*& o) { encode(p, end, o); }
 
 #endif
 
