@@ -11,6 +11,7 @@
 #ifndef VEXA_SRC_STRINGS_UNICODE_WALK_HPP
 #define VEXA_SRC_STRINGS_UNICODE_WALK_HPP
 
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <utility>
@@ -158,21 +159,33 @@ template <typename String>
 class output {
  public:
   using unit = typename String::value_type;
-  explicit output(size_t units) { _text.resize(units + kernel_slack); }
+  explicit output(size_t units) : _measured(units) { _text.resize(units + kernel_slack); }
   unit* begin() { return &_text[0]; }
   // Room for at least `units` more after o, keeping what is written.
   unit* reserve(unit* o, size_t units) {
+    _exact = false;
     size_t const used = static_cast<size_t>(o - begin());
     if (used + units + kernel_slack > _text.size()) _text.resize(used + units + kernel_slack);
     return begin() + used;
   }
+  // A whole result of text the length pass measured has exactly that length:
+  // the kernels' stores stay within their room only while the pass is right.
   String finish(unit const* o) {
-    _text.resize(static_cast<size_t>(o - begin()));
+    size_t const used = static_cast<size_t>(o - begin());
+    assert(!_exact || used == _measured);
+    _text.resize(used);
     return std::move(_text);
+  }
+  // A result cut short (the conversion ended early) has no such length.
+  String finish_early(unit const* o) {
+    _exact = false;
+    return finish(o);
   }
 
  private:
   String _text;
+  size_t _measured;
+  bool _exact = true;
 };
 
 // utf8_to_utf16 and utf8_to_utf32 share their walk; they differ only in what
@@ -212,7 +225,7 @@ String from_utf8(ustring8 const& text, bool lenient, unicode_kernels const& kern
       // '?' for the malformed sequence. At the very start the text is taken
       // as unreadable and the conversion ends; later it resumes at the next byte.
       *o++ = static_cast<Out>('?');
-      if (p == begin) return out.finish(o);
+      if (p == begin) return out.finish_early(o);
       ++p;
     }
   }
