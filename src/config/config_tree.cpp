@@ -240,5 +240,55 @@ std::ostream& config_tree::dump(std::ostream& os, int depth) {
 
 std::ostream& operator<<(std::ostream& os, config_tree& tree) { return tree.dump(os, 0); }
 
+namespace _private {
+
+void for_each_value(config_tree const& tree, value_visitor const& visit) {
+  // One key text shared by all levels: a frame remembers how much of it is
+  // its own prefix, so a key of many components costs no copy per level.
+  struct frame {
+    config_tree::child_list::const_iterator next, end;
+    std::size_t prefix_length;
+    std::size_t elements;  // children "0".."elements-1" went with their array
+  };
+  auto is_element = [](strings::ustring8 const& name, std::size_t elements) {
+    if (elements == 0 || name.empty() || name.size() > 19) return false;
+    for (char c : name) {
+      if (c < '0' || c > '9') return false;
+    }
+    return (name.size() == 1 || name[0] != '0') && std::stoul(name) < elements;
+  };
+  strings::ustring8 key;
+  std::vector<config_tree const*> elements;
+  std::vector<frame> work{{tree.children().begin(), tree.children().end(), 0, 0}};
+  while (!work.empty()) {
+    frame& top = work.back();
+    if (top.next == top.end) {
+      work.pop_back();
+      continue;
+    }
+    auto const& child = *top.next++;
+    if (!child.second || is_element(child.first, top.elements)) continue;
+    key.resize(top.prefix_length);
+    key += child.first;
+    config_tree const& node = *child.second;
+    unsigned const flags = node.entry().first;
+    elements.clear();
+    if ((flags & 3u) == 3u) {
+      for (;;) {
+        auto const element = node.children().find(std::to_string(elements.size()));
+        if (element == node.children().end() || !element->second) break;
+        elements.push_back(element->second);
+      }
+    }
+    if ((flags & 1u) != 0) visit(key, node, elements);
+    if (!node.children().empty()) {
+      key += '.';
+      work.push_back({node.children().begin(), node.children().end(), key.size(), elements.size()});
+    }
+  }
+}
+
+}  // namespace _private
+
 }  // namespace config
 }  // namespace VEXA_2_10

@@ -195,50 +195,18 @@ void file_item::parse(ustring8 const& text) {
 bool file_item::save(config_item_list&) {
   if (_file_name.empty()) return false;
   ustring8 out;
-  // One path text shared by all levels (see config_tree::get_value_pair_array).
-  struct frame {
-    config_tree::child_list::const_iterator next, end;
-    std::size_t prefix_length;
-    unsigned long elements;  // children "0".."elements-1" were written on the array's line
-  };
-  auto is_element = [](ustring8 const& name, unsigned long elements) {
-    if (elements == 0 || name.empty() || name.size() > 19) return false;
-    for (char c : name) {
-      if (c < '0' || c > '9') return false;
-    }
-    return (name.size() == 1 || name[0] != '0') && std::stoul(name) < elements;
-  };
-  ustring8 key;
-  std::vector<frame> work{{_tree.children().begin(), _tree.children().end(), 0, 0}};
-  while (!work.empty()) {
-    frame& top = work.back();
-    if (top.next == top.end) {
-      work.pop_back();
-      continue;
-    }
-    auto const& child = *top.next++;
-    if (!child.second || is_element(child.first, top.elements)) continue;
-    key.resize(top.prefix_length);
-    key += child.first;
-    config_tree const& node = *child.second;
-    unsigned int const flags = node.entry().first;
-    unsigned long elements = 0;
-    if ((flags & 3u) == 3u) {
-      out += key + "[] =";
-      for (;; ++elements) {
-        auto const element = node.children().find(std::to_string(elements));
-        if (element == node.children().end() || !element->second) break;
-        out += (elements == 0 ? " " : ", ") + written_value(element->second->entry().second.as_string(), true);
-      }
-      out += "\n";
-    } else if ((flags & 1u) != 0) {
-      out += key + " = " + written_value(node.entry().second.as_string(), false) + "\n";
-    }
-    if (!node.children().empty()) {
-      key += '.';
-      work.push_back({node.children().begin(), node.children().end(), key.size(), elements});
-    }
-  }
+  _private::for_each_value(
+      _tree, [&out](ustring8 const& key, config_tree const& node, std::vector<config_tree const*> const& elements) {
+        if ((node.entry().first & 3u) == 3u) {
+          out += key + "[] =";
+          for (std::size_t i = 0; i < elements.size(); ++i) {
+            out += (i == 0 ? " " : ", ") + written_value(elements[i]->entry().second.as_string(), true);
+          }
+          out += "\n";
+        } else {
+          out += key + " = " + written_value(node.entry().second.as_string(), false) + "\n";
+        }
+      });
   return system::store_file(_file_name, out) == 0;
 }
 

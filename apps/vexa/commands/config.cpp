@@ -85,49 +85,20 @@ int run_dump(std::vector<std::string> const& args) {
   return 0;
 }
 
-// Every valued node below `tree`, depth first in name order; array elements
-// as key[i], an array's other children as key.name. One path text is shared
-// by all levels (a frame remembers how much of it is its own prefix), so a
-// key of many components costs no copy of its prefix per level.
+// Every valued node below `tree`, depth first in name order, as a
+// configuration file would hold it; array elements as key[i].
 void list_keys(config::config_tree const& tree, std::ostream& out) {
-  struct frame {
-    config::config_tree::child_list::const_iterator next, end;
-    std::size_t prefix_length;
-    std::size_t elements;  // children "0".."elements-1" were printed as key[i]
-  };
-  auto is_element = [](std::string const& name, std::size_t elements) {
-    return elements != 0 && !name.empty() && name.size() < 19 && (name == "0" || name[0] != '0') &&
-           name.find_first_not_of("0123456789") == std::string::npos && std::stoul(name) < elements;
-  };
-  std::string key;
-  std::vector<frame> work{{tree.children().begin(), tree.children().end(), 0, 0}};
-  while (!work.empty()) {
-    frame& top = work.back();
-    if (top.next == top.end) {
-      work.pop_back();
-      continue;
-    }
-    auto const& child = *top.next++;
-    if (!child.second || is_element(child.first, top.elements)) continue;
-    key.resize(top.prefix_length);
-    key += child.first;
-    config::config_tree const& node = *child.second;
-    unsigned const flags = node.entry().first;
-    std::size_t elements = 0;
-    if ((flags & 3u) == 3u) {
-      for (;; ++elements) {
-        auto const element = node.children().find(std::to_string(elements));
-        if (element == node.children().end() || !element->second) break;
-        out << key << "[" << elements << "] = " << element->second->entry().second.as_string() << "\n";
-      }
-    } else if ((flags & 1u) != 0) {
-      out << key << " = " << node.entry().second.as_string() << "\n";
-    }
-    if (!node.children().empty()) {
-      key += '.';
-      work.push_back({node.children().begin(), node.children().end(), key.size(), elements});
-    }
-  }
+  config::_private::for_each_value(
+      tree, [&out](strings::ustring8 const& key, config::config_tree const& node,
+                   std::vector<config::config_tree const*> const& elements) {
+        if ((node.entry().first & 3u) == 3u) {
+          for (std::size_t i = 0; i < elements.size(); ++i) {
+            out << key << "[" << i << "] = " << elements[i]->entry().second.as_string() << "\n";
+          }
+        } else {
+          out << key << " = " << node.entry().second.as_string() << "\n";
+        }
+      });
 }
 
 int run_keys(std::vector<std::string> const& args) {

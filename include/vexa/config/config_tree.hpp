@@ -261,6 +261,20 @@ class VEXA_API config_tree : public generic::abilities::clone_ability,
 //   std::cout << tree;
 VEXA_API std::ostream& operator<<(std::ostream& os, config_tree& tree);
 
+namespace _private {
+
+// Every valued node below `tree`, depth first in name order, as the file
+// source writes them and `vexa config keys` lists them: `visit(key, node,
+// elements)` gets the full key ("a.b"), the node and, for an array node
+// (flags 3), its elements "0", "1", ... up to the first missing one; those
+// are not visited again, while an array's other children are ("a.name").
+// The walk keeps its own stack, so keys of any depth are safe.
+using value_visitor = std::function<void(strings::ustring8 const& key, config_tree const& node,
+                                         std::vector<config_tree const*> const& elements)>;
+VEXA_API void for_each_value(config_tree const& tree, value_visitor const& visit);
+
+}  // namespace _private
+
 }  // namespace config
 }  // namespace VEXA_2_10
 
