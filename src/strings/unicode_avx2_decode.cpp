@@ -15,7 +15,7 @@
 #include "strings/unicode_tables.hpp"
 
 #if defined(__x86_64__) || defined(__i386__)
-#include <immintrin.h>
+#include "strings/unicode_avx2.hpp"
 #endif
 
 namespace VEXA_2_10 {
@@ -26,11 +26,8 @@ namespace _private {
 
 namespace {
 
-#define VEXA_AVX2 __attribute__((target("avx2,bmi,bmi2,popcnt")))
+using namespace avx2;
 
-VEXA_AVX2 inline __m256i load(void const* p) { return _mm256_loadu_si256(static_cast<__m256i const*>(p)); }
-VEXA_AVX2 inline __m128i load128(void const* p) { return _mm_loadu_si128(static_cast<__m128i const*>(p)); }
-VEXA_AVX2 inline unsigned mask8(__m256i v) { return static_cast<unsigned>(_mm256_movemask_epi8(v)); }
 VEXA_AVX2 inline __m256i bytes(char b) { return _mm256_set1_epi8(b); }
 
 // Eight units held in 16-bit lanes, stored in the output's unit size.

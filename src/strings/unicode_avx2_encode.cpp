@@ -30,7 +30,7 @@
 #include "strings/unicode_kernels.hpp"
 
 #if defined(__x86_64__) || defined(__i386__)
-#include <immintrin.h>
+#include "strings/unicode_avx2.hpp"
 #endif
 
 namespace VEXA_2_10 {
@@ -41,7 +41,7 @@ namespace _private {
 
 namespace {
 
-#define VEXA_AVX2 __attribute__((target("avx2,bmi,bmi2,popcnt")))
+using namespace avx2;
 
 struct encode_tables {
   // three_byte[k] packs four 32-bit lanes laid out as (three-byte lead,
@@ -93,15 +93,7 @@ struct encode_tables {
 
 alignas(64) constexpr encode_tables tables{};
 
-VEXA_AVX2 inline __m256i load(void const* p) { return _mm256_loadu_si256(static_cast<__m256i const*>(p)); }
-VEXA_AVX2 inline __m128i load128(void const* p) { return _mm_loadu_si128(static_cast<__m128i const*>(p)); }
-VEXA_AVX2 inline void store(void* p, __m256i v) { _mm256_storeu_si256(static_cast<__m256i*>(p), v); }
-VEXA_AVX2 inline void store128(void* p, __m128i v) { _mm_storeu_si128(static_cast<__m128i*>(p), v); }
 VEXA_AVX2 inline void store64(void* p, __m128i v) { _mm_storel_epi64(static_cast<__m128i*>(p), v); }
-VEXA_AVX2 inline unsigned mask8(__m256i v) { return static_cast<unsigned>(_mm256_movemask_epi8(v)); }
-VEXA_AVX2 inline unsigned mask32(__m256i v) {
-  return static_cast<unsigned>(_mm256_movemask_ps(_mm256_castsi256_ps(v)));
-}
 
 // Vector constants, read from memory at their use: with this many in play
 // the compiler would otherwise rebuild them in general registers (three

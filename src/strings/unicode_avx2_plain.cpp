@@ -12,7 +12,7 @@
 #include "strings/unicode_tables.hpp"
 
 #if defined(__x86_64__) || defined(__i386__)
-#include <immintrin.h>
+#include "strings/unicode_avx2.hpp"
 #endif
 
 namespace VEXA_2_10 {
@@ -23,17 +23,10 @@ namespace _private {
 
 namespace {
 
-#define VEXA_AVX2 __attribute__((target("avx2,bmi,bmi2,popcnt")))
+using namespace avx2;
 
 constexpr keep_tables const& tables = unicode_tables;
 
-VEXA_AVX2 inline __m256i load(void const* p) { return _mm256_loadu_si256(static_cast<__m256i const*>(p)); }
-VEXA_AVX2 inline __m128i load128(void const* p) { return _mm_loadu_si128(static_cast<__m128i const*>(p)); }
-VEXA_AVX2 inline void store(void* p, __m256i v) { _mm256_storeu_si256(static_cast<__m256i*>(p), v); }
-VEXA_AVX2 inline unsigned mask8(__m256i v) { return static_cast<unsigned>(_mm256_movemask_epi8(v)); }
-VEXA_AVX2 inline unsigned mask32(__m256i v) {
-  return static_cast<unsigned>(_mm256_movemask_ps(_mm256_castsi256_ps(v)));
-}
 
 // The sum of the eight 32-bit lanes, taken as signed.
 VEXA_AVX2 inline std::int64_t sum32(__m256i v) {
